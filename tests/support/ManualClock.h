@@ -1,0 +1,70 @@
+#pragma once
+
+#include "core/Clock.h"
+
+/// A clock that stands still until the test moves it. Its ticks come while it is moved on, one for
+/// each half second, or by hand.
+class ManualClock : public Clock
+{
+public:
+    Instant now() const override { return m_now; }
+
+    std::unique_ptr<Ticks> startTicks(std::function<void()> tick) override
+    {
+        return std::make_unique<ManualTicks>(*this, std::move(tick));
+    }
+
+    /// Tick sources that run at this moment.
+    int tickSources() const { return m_tickSources; }
+
+    /// Moves time without a tick, as a machine that sleeps or a user who sets the clock.
+    void jump(double seconds) { m_now = m_now + seconds; }
+
+    /// One firing of the tick source, if one runs.
+    void fire()
+    {
+        if (!m_running)
+            return;
+        const std::function<void()> tick = m_running->tick;
+        tick();
+    }
+
+    /// Lets time pass, with a firing after each half second.
+    void pass(double seconds)
+    {
+        const Instant end = m_now + seconds;
+        while (end - m_now > 0.5) {
+            jump(0.5);
+            fire();
+        }
+        m_now = end;
+        fire();
+    }
+
+private:
+    struct ManualTicks : Ticks
+    {
+        ManualTicks(ManualClock& of, std::function<void()> onTick)
+            : clock(of)
+            , tick(std::move(onTick))
+        {
+            ++clock.m_tickSources;
+            clock.m_running = this;
+        }
+        ManualTicks(const ManualTicks&) = delete;
+        ManualTicks& operator=(const ManualTicks&) = delete;
+        ~ManualTicks() override
+        {
+            --clock.m_tickSources;
+            if (clock.m_running == this)
+                clock.m_running = nullptr;
+        }
+
+        ManualClock& clock;
+        std::function<void()> tick;
+    };
+
+    Instant m_now{763'640'813.75}; // 2025-03-14 09:26:53.75 UTC
+    int m_tickSources = 0;
+    ManualTicks* m_running = nullptr;
+};
