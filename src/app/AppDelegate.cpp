@@ -1,0 +1,202 @@
+#include "app/AppDelegate.h"
+
+#include "app/FloatingPanel.h"
+#include "core/NextPass.h"
+#include "log/SessionStore.h"
+#include "panel/AppPanelView.h"
+#include "platform/StatusItem.h"
+#include "widget/WidgetView.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include <cmath>
+
+namespace {
+
+constexpr int settingsTab = 0;
+constexpr int logsTab = 1;
+
+StatusIcon statusIconOf(const TimerEngine& engine)
+{
+    StatusIcon icon{.phase = engine.phase()};
+    const std::optional<double> progress = engine.progress();
+    if (!progress) {
+        icon.number = engine.pushupCount();
+        icon.ringSteps = StatusIcon::ringStepsOfCircle;
+        return icon;
+    }
+    icon.ringSteps = static_cast<int>(std::ceil(*progress * StatusIcon::ringStepsOfCircle));
+    switch (engine.state()) {
+    case TimerEngine::State::running:
+        icon.number = static_cast<qint64>(std::ceil(engine.remaining() / 60));
+        break;
+    case TimerEngine::State::paused:
+        icon.mark = StatusIcon::Mark::paused;
+        break;
+    case TimerEngine::State::complete:
+        icon.mark = StatusIcon::Mark::complete;
+        break;
+    }
+    return icon;
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(const Environment& environment)
+    : m_environment(environment)
+    , m_engine({environment.clock, environment.settings, environment.sound,
+                [this]() -> SessionLog& { return sharedSessionStore(); }},
+               environment.arguments)
+{}
+
+AppDelegate::~AppDelegate() = default;
+
+SessionStore& AppDelegate::sharedSessionStore()
+{
+    if (!m_sessionStore) {
+        m_sessionStore = std::make_unique<SessionStore>(
+            m_environment.clock, m_environment.fileSystem, m_environment.logPath);
+    }
+    return *m_sessionStore;
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    m_panel = std::make_unique<FloatingPanel>(new WidgetView(m_engine), m_engine.compactMode(),
+                                              m_environment.settings);
+    m_panel->orderFrontRegardless();
+
+    setUpStatusItem();
+
+    onNextPass(m_engine, this, [this] { updateStatusItem(); });
+    connect(&m_engine, &TimerEngine::compactModeSet, this,
+            [this, last = m_engine.compactMode()](bool compact) mutable {
+                if (compact == std::exchange(last, compact))
+                    return;
+                QMetaObject::invokeMethod(
+                    this, [this, compact] { m_panel->resizeAnimated(compact); },
+                    Qt::QueuedConnection);
+            });
+    updateStatusItem();
+    m_statusItem->start();
+}
+
+void AppDelegate::setUpStatusItem()
+{
+    m_menu = std::make_unique<QMenu>();
+    const auto add = [this](const QString& title, void (AppDelegate::*action)(),
+                            const QKeySequence& key = {}) {
+        QAction* item = m_menu->addAction(title, this, action);
+        item->setShortcut(key);
+        return item;
+    };
+    m_cycleInfoItem = m_menu->addAction(QString());
+    m_cycleInfoItem->setEnabled(false);
+    m_menu->addSeparator();
+    m_toggleWidgetItem = add(QStringLiteral("Hide Widget"), &AppDelegate::toggleWidget);
+    m_pauseItem = add(QStringLiteral("Pause"), &AppDelegate::togglePause);
+    add(QStringLiteral("Skip to Next Phase"), &AppDelegate::skipPhase);
+    add(QStringLiteral("Restart Cycle"), &AppDelegate::restartCycle);
+    m_menu->addSeparator();
+    add(QStringLiteral("Settings…"), &AppDelegate::openSettingsAction, Qt::CTRL | Qt::Key_Comma);
+    add(QStringLiteral("Logs…"), &AppDelegate::openLogsAction, Qt::CTRL | Qt::Key_L);
+    m_menu->addSeparator();
+    add(QStringLiteral("Quit Vantora"), &AppDelegate::quit, Qt::CTRL | Qt::Key_Q);
+    connect(m_menu.get(), &QMenu::aboutToShow, this, &AppDelegate::menuWillOpen);
+
+    // The keys work, and the right button opens the menu, in the widget as well.
+    m_panel->addActions(m_menu->actions());
+    m_panel->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_panel.get(), &QWidget::customContextMenuRequested, this,
+            [this](QPoint at) { m_menu->popup(m_panel->mapToGlobal(at)); });
+
+    m_statusItem = std::make_unique<StatusItem>(*m_menu);
+}
+
+void AppDelegate::menuWillOpen()
+{
+    const PhaseFacts& facts = factsOf(m_engine.phase());
+    m_cycleInfoItem->setText(QStringLiteral("Cycle %1 — %2 %3")
+                                 .arg(QString::number(m_engine.cycle()), facts.emoji, facts.title));
+    m_toggleWidgetItem->setText(m_panel->isVisible() ? QStringLiteral("Hide Widget")
+                                                     : QStringLiteral("Show Widget"));
+    m_pauseItem->setText(m_engine.state() == TimerEngine::State::paused ? QStringLiteral("Resume")
+                                                                        : QStringLiteral("Pause"));
+    m_pauseItem->setVisible(m_engine.duration(m_engine.phase()) &&
+                            m_engine.state() != TimerEngine::State::complete);
+}
+
+void AppDelegate::updateStatusItem()
+{
+    m_statusItem->setTitle(m_engine.menuBarTitle());
+    const StatusIcon icon = statusIconOf(m_engine);
+    if (m_shownIcon == icon)
+        return;
+    m_shownIcon = icon;
+    m_statusItem->setIcon(drawStatusIcon(icon));
+}
+
+void AppDelegate::toggleWidget()
+{
+    if (m_panel->isVisible())
+        m_panel->orderOut();
+    else
+        m_panel->orderFrontRegardless();
+}
+
+void AppDelegate::togglePause()
+{
+    m_engine.togglePause();
+}
+
+void AppDelegate::skipPhase()
+{
+    m_engine.advance(false);
+}
+
+void AppDelegate::restartCycle()
+{
+    m_engine.cycle = 1;
+    m_engine.start(Phase::sitting);
+}
+
+void AppDelegate::openSettingsAction()
+{
+    openPanel(settingsTab);
+}
+
+void AppDelegate::openLogsAction()
+{
+    openPanel(logsTab);
+}
+
+void AppDelegate::quit()
+{
+    QCoreApplication::quit();
+}
+
+void AppDelegate::openPanel(int tab)
+{
+    if (!m_settingsWindow) {
+        m_settingsWindow = std::make_unique<QWidget>(
+            nullptr, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                         Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
+        m_settingsWindow->setWindowTitle(QStringLiteral("Vantora"));
+        m_settingsWindow->addActions(m_menu->actions());
+        auto* content = new QVBoxLayout(m_settingsWindow.get());
+        content->setContentsMargins({});
+        content->setSizeConstraint(QLayout::SetFixedSize);
+        content->addWidget(new AppPanelView(
+            m_engine, m_panelTab, [this]() -> SessionStore& { return sharedSessionStore(); }));
+        m_settingsWindow->adjustSize();
+        QRect frame = m_settingsWindow->frameGeometry();
+        frame.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
+        m_settingsWindow->move(frame.topLeft());
+    }
+    m_panelTab.tab = tab;
+    m_settingsWindow->show();
+    m_settingsWindow->raise();
+    m_settingsWindow->activateWindow();
+}

@@ -1,0 +1,145 @@
+#include "app/FloatingPanel.h"
+
+#include "app/FramePosition.h"
+#include "core/SettingsStore.h"
+#include "platform/FloatingWindow.h"
+#include "widget/WidgetView.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QScreen>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto positionKey = "VantoraWidget";
+constexpr auto settledAfter = 500ms;
+constexpr auto resizeDuration = 300ms;
+
+QList<QRect> screenGeometries()
+{
+    QList<QRect> geometries;
+    for (const QScreen* screen : QGuiApplication::screens())
+        geometries.append(screen->geometry());
+    return geometries;
+}
+
+} // namespace
+
+FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& settings)
+    : m_settings(settings)
+    , m_rootView(rootView)
+{
+    makeFloating(*this);
+    setWindowTitle(QStringLiteral("Vantora"));
+    rootView->setParent(this);
+    setFixedSize(WidgetView::preferredSize(compact));
+    place();
+
+    m_resize.setDuration(std::chrono::milliseconds(resizeDuration).count());
+    m_resize.setEasingCurve(QEasingCurve::InOutQuad);
+    connect(&m_resize, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& size) { setFixedSize(size.toSize()); });
+
+    m_moveSettled.setSingleShot(true);
+    m_moveSettled.setInterval(settledAfter);
+    connect(&m_moveSettled, &QTimer::timeout, this, &FloatingPanel::savePosition);
+}
+
+FloatingPanel::~FloatingPanel()
+{
+    if (m_moveSettled.isActive())
+        savePosition();
+}
+
+void FloatingPanel::place()
+{
+    if (const auto saved = framePositionFromText(m_settings.text(positionKey)))
+        moveTo(broughtBack(saved->topLeft, size(), screenGeometries()));
+    else if (const QScreen* screen = QGuiApplication::primaryScreen())
+        moveTo(firstTopLeft(screen->availableGeometry(), size()));
+}
+
+void FloatingPanel::moveTo(QPoint topLeft)
+{
+    m_topLeft = topLeft;
+    move(topLeft);
+}
+
+void FloatingPanel::orderFrontRegardless()
+{
+    show();
+    raise();
+}
+
+void FloatingPanel::orderOut()
+{
+    hide();
+}
+
+void FloatingPanel::resizeAnimated(bool compact)
+{
+    m_resize.stop();
+    m_resize.setStartValue(size());
+    m_resize.setEndValue(WidgetView::preferredSize(compact));
+    if (isVisible())
+        m_resize.start();
+    else
+        setFixedSize(WidgetView::preferredSize(compact));
+}
+
+void FloatingPanel::showEvent(QShowEvent*)
+{
+    prepareToShow(*this);
+    move(m_topLeft);
+    QTimer::singleShot(0, this, [this] { settleAfterShow(*this); });
+}
+
+void FloatingPanel::resizeEvent(QResizeEvent*)
+{
+    m_rootView->setGeometry(rect());
+}
+
+void FloatingPanel::moveEvent(QMoveEvent* event)
+{
+    // Only a window manager can still move it elsewhere, on the user's behalf.
+    if (!isVisible() || event->pos() == m_topLeft || event->pos().isNull())
+        return;
+    m_topLeft = event->pos();
+    m_moveSettled.start();
+}
+
+void FloatingPanel::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = event->button() == Qt::LeftButton;
+    m_dragging = false;
+    m_pressedAt = event->globalPosition().toPoint();
+    m_grabbedAt = m_pressedAt - m_topLeft;
+}
+
+void FloatingPanel::mouseMoveEvent(QMouseEvent* event)
+{
+    const QPoint at = event->globalPosition().toPoint();
+    if (m_pressed && (at - m_pressedAt).manhattanLength() >= QApplication::startDragDistance())
+        m_dragging = true;
+    if (m_dragging) {
+        moveTo(at - m_grabbedAt);
+        m_moveSettled.start();
+    }
+}
+
+void FloatingPanel::mouseReleaseEvent(QMouseEvent*)
+{
+    m_pressed = false;
+    m_dragging = false;
+}
+
+void FloatingPanel::savePosition()
+{
+    m_moveSettled.stop();
+    const QScreen* on = QGuiApplication::screenAt(QRect(m_topLeft, size()).center());
+    m_settings.setText(positionKey, toText({m_topLeft, on ? on->name() : QString()}));
+}

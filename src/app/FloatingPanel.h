@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QTimer>
+#include <QVariantAnimation>
+#include <QWidget>
+
+class SettingsStore;
+class WidgetView;
+
+/// The window of the floating widget: above all others on every desktop, dragged by its background,
+/// back at its place after a restart. It is not shown by its constructor.
+class FloatingPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Takes over `rootView`. `settings` remembers the position, and outlives the panel.
+    FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& settings);
+    ~FloatingPanel() override;
+
+    /// Shows the panel above the others without taking the focus.
+    void orderFrontRegardless();
+
+    /// Hides the panel.
+    void orderOut();
+
+    /// Grows or shrinks to the size of the other form; the top left corner stays.
+    void resizeAnimated(bool compact);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    void place();
+    void moveTo(QPoint topLeft);
+    void savePosition();
+
+    SettingsStore& m_settings;
+    WidgetView* m_rootView;
+    QVariantAnimation m_resize;
+    QTimer m_moveSettled;
+    QPoint m_topLeft;   ///< where the window is; pos() may still say otherwise after a first show
+    QPoint m_grabbedAt; ///< of the pointer, relative to the window
+    QPoint m_pressedAt; ///< of the pointer, on the screen
+    bool m_pressed = false;
+    bool m_dragging = false;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QString>
+
+#include <optional>
+
+/// The remembered position of a window: its top left corner and the name of the screen it was on.
+struct FramePosition
+{
+    QPoint topLeft;
+    QString screen;
+
+    bool operator==(const FramePosition&) const = default;
+};
+
+/// The position as it stands in the settings, as "1646 24 HDMI-1".
+QString toText(const FramePosition& position);
+
+/// The position that a text of this form holds; nothing for any other text.
+std::optional<FramePosition> framePositionFromText(const QString& text);
+
+/// The place of a window that nobody has moved yet: in the top right corner of the screen's
+/// `available` area (the part without panels), 24 px from both edges.
+QPoint firstTopLeft(const QRect& available, QSize window);
+
+/// `topLeft` if any part of the window is on one of the `screens`, or else the nearest place at
+/// which all of it is.
+QPoint broughtBack(QPoint topLeft, QSize window, const QList<QRect>& screens);

@@ -1,0 +1,50 @@
+#include "app/AppDelegate.h"
+#include "core/IniSettingsStore.h"
+#include "log/FileSystem.h"
+#include "platform/SystemClock.h"
+#include "platform/SystemSoundPlayer.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+namespace {
+
+/// The program's own folder below a base folder of the user's.
+QString userFolder(QStandardPaths::StandardLocation base)
+{
+    return QStandardPaths::writableLocation(base) + QStringLiteral("/Vantora");
+}
+
+/// The folder of the program's sounds: beside the program where it was built, below the prefix
+/// where it is installed.
+QString soundFolder()
+{
+    const QString sounds = QStringLiteral("/share/sounds/vantora/stereo");
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString built = program + sounds;
+    return QDir(built).exists() ? built : QDir::cleanPath(program + QStringLiteral("/..") + sounds);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Vantora"));
+    QApplication::setApplicationVersion(QStringLiteral(VANTORA_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("io.github.vantora.Vantora"));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    SystemClock clock;
+    IniSettingsStore settings(userFolder(QStandardPaths::GenericConfigLocation) +
+                              QStringLiteral("/Vantora.conf"));
+    SystemSoundPlayer sound(soundFolder());
+    FileSystem fileSystem;
+    AppDelegate delegate(
+        {clock, settings, sound, fileSystem,
+         userFolder(QStandardPaths::GenericDataLocation) + QStringLiteral("/sessions.json"),
+         QCoreApplication::arguments()});
+    delegate.applicationDidFinishLaunching();
+    return QApplication::exec();
+}

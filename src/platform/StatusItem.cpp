@@ -1,0 +1,154 @@
+#include "platform/StatusItem.h"
+
+#include "platform/BusMenu.h"
+#include "platform/BusMenuTypes.h"
+#include "platform/SessionBus.h"
+#include "platform/XembedTray.h"
+
+#include <QCursor>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QStandardPaths>
+
+namespace {
+
+const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
+
+QString itemService()
+{
+    return QStringLiteral("org.kde.StatusNotifierItem-%1-1")
+        .arg(QCoreApplication::applicationPid());
+}
+
+/// Where the icon's files are made: on the user's own memory-backed folder when there is one.
+QString iconFolderTemplate()
+{
+    const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR", QDir::tempPath());
+    return runtimeFolder + QStringLiteral("/vantora-XXXXXX");
+}
+
+QDBusMessage busCall(const QString& method)
+{
+    return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+                                          QStringLiteral("/org/freedesktop/DBus"),
+                                          QStringLiteral("org.freedesktop.DBus"), method);
+}
+
+} // namespace
+
+StatusItem::StatusItem(QMenu& menu)
+    : m_menu(menu)
+    , m_iconFolder(iconFolderTemplate())
+{
+    connect(&m_item, &StatusNotifierItem::menuRequested, this,
+            [this](QPoint at) { m_menu.popup(at.isNull() ? QCursor::pos() : at); });
+}
+
+StatusItem::~StatusItem() = default;
+
+void StatusItem::start()
+{
+    connectToSessionBus(this, [this](const QDBusConnection& bus) {
+        if (bus.isConnected())
+            useBus(bus);
+        else
+            useXembed();
+    });
+}
+
+void StatusItem::useBus(QDBusConnection bus)
+{
+    m_bus = bus;
+    registerStatusNotifierTypes();
+    registerBusMenuTypes();
+    m_busMenu = std::make_unique<BusMenu>(m_menu);
+    constexpr auto exported = QDBusConnection::ExportAllProperties |
+                              QDBusConnection::ExportScriptableInvokables |
+                              QDBusConnection::ExportScriptableSignals;
+    m_item.setIcon(m_icon, writeIconFile());
+    bus.registerObject(QLatin1String(StatusNotifierItem::objectPath), &m_item, exported);
+    bus.registerObject(QLatin1String(StatusNotifierItem::menuPath), m_busMenu.get(), exported);
+
+    // No call to the watcher waits for its answer: a panel may be asking us something just then.
+    auto* watcher = new QDBusServiceWatcher(watcherService, bus,
+                                            QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& owner) { useTrayOf(owner); });
+
+    QDBusMessage ownName = busCall(QStringLiteral("RequestName"));
+    ownName << itemService() << 0U;
+    bus.asyncCall(ownName);
+
+    QDBusMessage watcherOwner = busCall(QStringLiteral("GetNameOwner"));
+    watcherOwner << watcherService;
+    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(watcherOwner), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        const QDBusPendingReply<QString> owner = *answer;
+        useTrayOf(owner.isError() ? QString() : owner.value());
+        answer->deleteLater();
+    });
+}
+
+void StatusItem::useTrayOf(const QString& watcherOwner)
+{
+    if (watcherOwner.isEmpty()) {
+        useXembed();
+        return;
+    }
+    m_xembed.reset();
+    registerItem();
+}
+
+void StatusItem::registerItem()
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        watcherService, QStringLiteral("/StatusNotifierWatcher"), watcherService,
+        QStringLiteral("RegisterStatusNotifierItem"));
+    call << itemService();
+    m_bus->asyncCall(call);
+}
+
+void StatusItem::useXembed()
+{
+    if (m_xembed || QGuiApplication::platformName() != QStringLiteral("xcb"))
+        return;
+    m_xembed = std::make_unique<XembedTray>(m_menu);
+    m_xembed->setTitle(title());
+    m_xembed->setIcon(m_icon);
+}
+
+void StatusItem::setTitle(const QString& title)
+{
+    if (title == m_item.title())
+        return;
+    m_item.setTitle(title);
+    if (m_xembed)
+        m_xembed->setTitle(title);
+}
+
+void StatusItem::setIcon(const QList<QImage>& sizes)
+{
+    m_icon = sizes;
+    if (m_bus)
+        m_item.setIcon(sizes, writeIconFile());
+    if (m_xembed)
+        m_xembed->setIcon(sizes);
+}
+
+/// The largest size as a file of a new name, since trays remember what a name looked like. Empty
+/// when it cannot be written.
+QString StatusItem::writeIconFile()
+{
+    if (!m_iconFolder.isValid() || m_icon.isEmpty())
+        return {};
+    if (!m_item.iconName().isEmpty())
+        QFile::remove(m_item.iconName());
+    const QString path = m_iconFolder.filePath(QStringLiteral("icon-%1.png").arg(++m_iconFiles));
+    return m_icon.last().save(path, "PNG") ? path : QString();
+}

@@ -1,0 +1,55 @@
+#include "platform/StatusNotifierItem.h"
+
+#include <QtEndian>
+
+namespace {
+
+IconPixmap pixmapOf(const QImage& image)
+{
+    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+    IconPixmap pixmap{argb.width(), argb.height(),
+                      QByteArray(argb.sizeInBytes(), Qt::Uninitialized)};
+    qToBigEndian<quint32>(argb.constBits(), argb.sizeInBytes() / 4, pixmap.argb.data());
+    return pixmap;
+}
+
+} // namespace
+
+void StatusNotifierItem::setTitle(const QString& title)
+{
+    if (title == m_title)
+        return;
+    m_title = title;
+    Q_EMIT NewTitle();
+    Q_EMIT NewToolTip();
+    Q_EMIT XAyatanaNewLabel(title, labelGuide());
+}
+
+void StatusNotifierItem::setIcon(const QList<QImage>& sizes, const QString& file)
+{
+    IconPixmaps pixmaps;
+    for (const QImage& image : sizes)
+        pixmaps.append(pixmapOf(image));
+    if (pixmaps == m_iconPixmaps && file == m_iconFile)
+        return;
+    m_iconPixmaps = pixmaps;
+    m_iconFile = file;
+    Q_EMIT NewIcon();
+}
+
+void StatusNotifierItem::Activate(int x, int y)
+{
+    Q_EMIT menuRequested({x, y});
+}
+
+void StatusNotifierItem::SecondaryActivate(int x, int y)
+{
+    Q_EMIT menuRequested({x, y});
+}
+
+void StatusNotifierItem::ContextMenu(int x, int y)
+{
+    Q_EMIT menuRequested({x, y});
+}
+
+void StatusNotifierItem::Scroll(int, const QString&) {}
