@@ -2,6 +2,8 @@
 
 #include "core/Clock.h"
 
+#include <algorithm>
+
 /// A clock that stands still until the test moves it. Its ticks come while it is moved on, one for
 /// each half second, or by hand.
 class ManualClock : public Clock
@@ -16,6 +18,9 @@ public:
 
     /// Tick sources that run at this moment.
     int tickSources() const { return m_tickSources; }
+
+    /// The most tick sources that ever ran at once.
+    int mostTickSources() const { return m_mostTickSources; }
 
     /// Moves time without a tick, as a machine that sleeps or a user who sets the clock.
     void jump(double seconds) { m_now = m_now + seconds; }
@@ -49,6 +54,7 @@ private:
             , tick(std::move(onTick))
         {
             ++clock.m_tickSources;
+            clock.m_mostTickSources = std::max(clock.m_mostTickSources, clock.m_tickSources);
             clock.m_running = this;
         }
         ManualTicks(const ManualTicks&) = delete;
@@ -64,7 +70,8 @@ private:
         std::function<void()> tick;
     };
 
-    Instant m_now{763'640'813.75}; // 2025-03-14 09:26:53.75 UTC
+    Instant m_now{763637213.75}; // 2025-03-14 09:26:53.75 UTC
     int m_tickSources = 0;
+    int m_mostTickSources = 0;
     ManualTicks* m_running = nullptr;
 };
