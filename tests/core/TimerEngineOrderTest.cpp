@@ -115,10 +115,10 @@ TEST_F(TimerEngineOrder, AnUnchangedPublishedValueIsAnnouncedToo)
     EXPECT_EQ(linesOf([this] { engine.state = State::running; }), oneNotice);
     EXPECT_EQ(linesOf([this] { engine.remaining = 2400; }), oneNotice);
     EXPECT_EQ(linesOf([this] { engine.cycle = 7; }), oneNotice);
-    EXPECT_EQ(linesOf([this] { engine.sittingMinutes = 40; }).front(), oneNotice.front());
-    EXPECT_EQ(linesOf([this] { engine.standingMinutes = 15; }).front(), oneNotice.front());
-    EXPECT_EQ(linesOf([this] { engine.pushupCount = 50; }).front(), oneNotice.front());
-    EXPECT_EQ(linesOf([this] { engine.compactMode = false; }).front(), oneNotice.front());
+    EXPECT_EQ(linesOf([this] { engine.sittingMinutes = 40; }).at(0), oneNotice.at(0));
+    EXPECT_EQ(linesOf([this] { engine.standingMinutes = 15; }).at(0), oneNotice.at(0));
+    EXPECT_EQ(linesOf([this] { engine.pushupCount = 50; }).at(0), oneNotice.at(0));
+    EXPECT_EQ(linesOf([this] { engine.compactMode = false; }).at(0), oneNotice.at(0));
 }
 
 TEST_F(TimerEngineOrder, ALengthIsAnnouncedThenStoredThenWrittenThenApplied)

@@ -39,12 +39,22 @@ TEST_F(TimerEnginePosed, CompleteIsLeftWithTheWholePhaseLogged)
     const auto engine = makeEngine();
     engine->freeze();
     engine->state = State::complete;
-    engine->remaining = 0;
+    engine->remaining = 754;
 
     engine->advance(false);
     EXPECT_EQ(log.entries, (Entries{{Phase::sitting, 2400, 0}}));
     EXPECT_EQ(engine->phase(), Phase::standing);
     EXPECT_EQ(clock.tickSources(), 1);
+}
+
+TEST_F(TimerEnginePosed, AsSittingAfterPushupsHasNoEndToMove)
+{
+    const auto engine = makeEngine();
+    engine->start(Phase::pushups);
+    engine->phase = Phase::sitting;
+
+    engine->sittingMinutes = 60;
+    EXPECT_EQ(engine->remaining(), 0);
 }
 
 TEST_F(TimerEnginePosed, RunsAgainAfterAStart)

@@ -7,6 +7,9 @@
 
 namespace {
 
+/// Times of events are in eighths of a second, as those of the naive timer.
+constexpr long long second = 8;
+
 struct Event
 {
     enum Kind {
@@ -18,10 +21,10 @@ struct Event
         setPushups,
         setCompact,
         restartCycle,
-        moveClock, // by eighths of a second, without a tick
+        moveClock, // without a tick
         fire,
         moveAndFire,
-        pose, // phase, state and eighths left
+        pose, // the value is the time left
         relaunch,
     };
     Kind kind;
@@ -318,11 +321,11 @@ public:
         if (roll < 22)
             return {Event::moveAndFire, 4};
         if (roll < 32)
-            return {Event::moveAndFire, between(1, 100 * 8)};
+            return {Event::moveAndFire, between(1, 100 * second)};
         if (roll < 42)
-            return {Event::moveClock, between(-100 * 8, 600 * 8)};
+            return {Event::moveClock, between(-100 * second, 600 * second)};
         if (roll < 45)
-            return {Event::moveAndFire, between(-9, 9) * 3600 * 8};
+            return {Event::moveAndFire, between(-9, 9) * 3600 * second};
         if (roll < 52)
             return {Event::fire};
         if (roll < 64)
@@ -342,7 +345,7 @@ public:
         if (roll < 97)
             return {Event::restartCycle};
         if (roll < 99)
-            return {Event::pose, between(-100, 3000 * 8), static_cast<int>(between(0, 2)),
+            return {Event::pose, between(-100, 3000 * second), static_cast<int>(between(0, 2)),
                     "rpc"[between(0, 2)]};
         return {Event::relaunch};
     }
@@ -382,9 +385,14 @@ TEST(TimerEngineRandom, AgreesWithTheNaiveTimerAfterEveryStepOfRandomDays)
 TEST(TimerEngineRandom, AgreesWithTheNaiveTimerAfterEverySequenceOfUpToSixEvents)
 {
     const std::vector<Event> alphabet{
-        {Event::advance, 0},          {Event::advance, 1},         {Event::togglePause},
-        {Event::moveAndFire, 61 * 8}, {Event::moveClock, -30 * 8}, {Event::fire},
-        {Event::setSitting, 1},       {Event::setSitting, 3},
+        {Event::advance, 0},
+        {Event::advance, 1},
+        {Event::togglePause},
+        {Event::moveAndFire, 61 * second},
+        {Event::moveClock, -30 * second},
+        {Event::fire},
+        {Event::setSitting, 1},
+        {Event::setSitting, 3},
     };
     // Every sequence starts from short phases. The shorter ones are checked on their own, so that
     // each needs a look at its end only.
