@@ -105,8 +105,9 @@ void FloatingPanel::resizeEvent(QResizeEvent*)
 
 void FloatingPanel::moveEvent(QMoveEvent* event)
 {
-    // Only a window manager can still move it elsewhere, on the user's behalf.
-    if (!isVisible() || event->pos() == m_topLeft || event->pos().isNull())
+    // While it is dragged, these events tell of places that it has left already. At other times a
+    // window manager has moved it, on the user's behalf.
+    if (m_dragging || !isVisible() || event->pos() == m_topLeft || event->pos().isNull())
         return;
     m_topLeft = event->pos();
     m_moveSettled.start();

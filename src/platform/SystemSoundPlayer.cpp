@@ -5,7 +5,8 @@
 #include <canberra.h>
 
 #include <chrono>
-#include <future>
+#include <condition_variable>
+#include <mutex>
 #include <system_error>
 #include <thread>
 
@@ -17,36 +18,56 @@ constexpr int mostPlaying = 4;
 /// No sound of a theme is longer than this.
 constexpr std::chrono::seconds longestSound{10};
 
-void reportEnd(ca_context*, uint32_t, int, void* ended)
+/// The end of a sound, which some backends report more than once.
+class SoundEnd
 {
-    static_cast<std::promise<void>*>(ended)->set_value();
-}
+public:
+    static void report(ca_context*, uint32_t, int, void* end)
+    {
+        auto* self = static_cast<SoundEnd*>(end);
+        const std::lock_guard lock(self->m_mutex);
+        self->m_reported = true;
+        self->m_condition.notify_one();
+    }
+
+    void wait(std::chrono::seconds atMost)
+    {
+        std::unique_lock lock(m_mutex);
+        m_condition.wait_for(lock, atMost, [this] { return m_reported; });
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_condition;
+    bool m_reported = false;
+};
 
 /// Plays one sound to its end. With a context of its own, because a context whose server has gone
 /// stays silent for ever, and because nothing has to be kept in memory between two sounds.
 void playToEnd(const QByteArray& name, const QByteArray& file)
 {
-    ca_context* context = nullptr;
-    if (ca_context_create(&context) != CA_SUCCESS)
+    SoundEnd end; // destroyed after the context, which is the last to use it
+    ca_context* created = nullptr;
+    if (ca_context_create(&created) != CA_SUCCESS)
         return;
-    ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Vantora", CA_PROP_APPLICATION_ID,
-                            "io.github.vantora.Vantora", nullptr);
-    ca_proplist* sound = nullptr;
-    if (ca_proplist_create(&sound) == CA_SUCCESS) {
-        ca_proplist_sets(sound, CA_PROP_EVENT_ID, name.constData());
-        ca_proplist_sets(sound, CA_PROP_MEDIA_FILENAME, file.constData());
-        ca_proplist_sets(sound, CA_PROP_CANBERRA_XDG_THEME_NAME, "vantora");
-        ca_proplist_sets(sound, CA_PROP_CANBERRA_CACHE_CONTROL, "never");
-        ca_proplist_sets(sound, CA_PROP_MEDIA_ROLE, "event");
-        std::promise<void> ended;
-        if (ca_context_play_full(context, 0, sound, reportEnd, &ended) == CA_SUCCESS)
-            ended.get_future().wait_for(longestSound);
-        ca_proplist_destroy(sound);
-        // Destroying the context ends the sound, and with it the last use of `ended`.
-        ca_context_destroy(context);
+    const std::unique_ptr<ca_context, decltype(&ca_context_destroy)> context(created,
+                                                                             &ca_context_destroy);
+    if (ca_context_change_props(context.get(), CA_PROP_APPLICATION_NAME, "Vantora",
+                                CA_PROP_APPLICATION_ID, "io.github.vantora.Vantora",
+                                nullptr) != CA_SUCCESS)
         return;
-    }
-    ca_context_destroy(context);
+    ca_proplist* createdSound = nullptr;
+    if (ca_proplist_create(&createdSound) != CA_SUCCESS)
+        return;
+    const std::unique_ptr<ca_proplist, decltype(&ca_proplist_destroy)> sound(createdSound,
+                                                                             &ca_proplist_destroy);
+    ca_proplist_sets(sound.get(), CA_PROP_EVENT_ID, name.constData());
+    ca_proplist_sets(sound.get(), CA_PROP_MEDIA_FILENAME, file.constData());
+    ca_proplist_sets(sound.get(), CA_PROP_CANBERRA_XDG_THEME_NAME, "vantora");
+    ca_proplist_sets(sound.get(), CA_PROP_CANBERRA_CACHE_CONTROL, "never");
+    ca_proplist_sets(sound.get(), CA_PROP_MEDIA_ROLE, "event");
+    if (ca_context_play_full(context.get(), 0, sound.get(), &SoundEnd::report, &end) == CA_SUCCESS)
+        end.wait(longestSound);
 }
 
 } // namespace

@@ -1,0 +1,230 @@
+#include "Desktop.h"
+
+#include "Waiting.h"
+
+#include <xcb/xtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+/// Replies of xcb belong to the caller.
+template <typename Reply>
+std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply)
+{
+    return {reply, &std::free};
+}
+
+/// Windows lower than this are no menus but tool tips and helpers of the window manager.
+constexpr int leastMenuHeight = 100;
+
+} // namespace
+
+Desktop::Desktop(const QString& display)
+    : m_connection(xcb_connect(display.toLatin1().constData(), nullptr))
+    , m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root)
+{
+    // The list of its windows is the last thing that it sets up.
+    if (!waitUntil([this] { return isSet(m_root, "_NET_CLIENT_LIST"); }))
+        qFatal("no window manager on %s", qPrintable(display));
+}
+
+Desktop::~Desktop()
+{
+    xcb_disconnect(m_connection);
+}
+
+quint32 Desktop::atom(const char* name) const
+{
+    const auto reply = owned(xcb_intern_atom_reply(
+        m_connection,
+        xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(std::strlen(name)), name), nullptr));
+    return reply ? reply->atom : 0;
+}
+
+bool Desktop::isSet(xcb_window_t window, const char* name) const
+{
+    const auto reply = owned(xcb_get_property_reply(
+        m_connection,
+        xcb_get_property(m_connection, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 0),
+        nullptr));
+    return reply && reply->type != XCB_ATOM_NONE;
+}
+
+QList<quint32> Desktop::property(xcb_window_t window, const char* name) const
+{
+    const auto reply = owned(xcb_get_property_reply(
+        m_connection,
+        xcb_get_property(m_connection, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1000),
+        nullptr));
+    if (!reply || reply->format != 32)
+        return {};
+    const auto* values = static_cast<const quint32*>(xcb_get_property_value(reply.get()));
+    return QList<quint32>(values, values + reply->value_len);
+}
+
+QList<xcb_window_t> Desktop::windows() const
+{
+    return rootProperty("_NET_CLIENT_LIST_STACKING");
+}
+
+QString Desktop::titleOf(xcb_window_t window) const
+{
+    const auto reply =
+        owned(xcb_get_property_reply(m_connection,
+                                     xcb_get_property(m_connection, 0, window, atom("_NET_WM_NAME"),
+                                                      XCB_GET_PROPERTY_TYPE_ANY, 0, 1000),
+                                     nullptr));
+    if (!reply)
+        return {};
+    return QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                             xcb_get_property_value_length(reply.get()));
+}
+
+bool Desktop::isViewable(xcb_window_t window) const
+{
+    const auto reply = owned(xcb_get_window_attributes_reply(
+        m_connection, xcb_get_window_attributes(m_connection, window), nullptr));
+    return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
+QList<xcb_window_t> Desktop::shown(const QString& title) const
+{
+    QList<xcb_window_t> found;
+    for (const xcb_window_t window : windows()) {
+        if (titleOf(window) == title && isViewable(window))
+            found.append(window);
+    }
+    return found;
+}
+
+QList<xcb_window_t> Desktop::popups() const
+{
+    QList<xcb_window_t> found;
+    const auto tree =
+        owned(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, m_root), nullptr));
+    const xcb_window_t* children = xcb_query_tree_children(tree.get());
+    for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+        const auto attributes = owned(xcb_get_window_attributes_reply(
+            m_connection, xcb_get_window_attributes(m_connection, children[i]), nullptr));
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+            attributes->override_redirect && geometry(children[i]).height() > leastMenuHeight)
+            found.append(children[i]);
+    }
+    return found;
+}
+
+QRect Desktop::geometry(xcb_window_t window) const
+{
+    const auto size = owned(
+        xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr));
+    const auto place = owned(xcb_translate_coordinates_reply(
+        m_connection, xcb_translate_coordinates(m_connection, window, m_root, 0, 0), nullptr));
+    if (!size || !place)
+        return {};
+    return {place->dst_x, place->dst_y, size->width, size->height};
+}
+
+xcb_window_t Desktop::focused() const
+{
+    const auto reply =
+        owned(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    return reply ? reply->focus : 0;
+}
+
+xcb_window_t Desktop::openOtherWindow(const QRect& geometry) const
+{
+    const xcb_window_t window = xcb_generate_id(m_connection);
+    const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
+    const uint32_t background = screen->white_pixel;
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_root,
+                      static_cast<int16_t>(geometry.x()), static_cast<int16_t>(geometry.y()),
+                      static_cast<uint16_t>(geometry.width()),
+                      static_cast<uint16_t>(geometry.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      screen->root_visual, XCB_CW_BACK_PIXEL, &background);
+    // Where the test wants it, not where the window manager finds it a good place.
+    constexpr uint32_t userPosition = 1;
+    std::array<uint32_t, 18> hints{userPosition};
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,
+                        XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(), hints.data());
+    constexpr std::array<uint32_t, 9> takesInput{1, 1};
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_HINTS,
+                        XCB_ATOM_WM_HINTS, 32, takesInput.size(), takesInput.data());
+    // A window manager that is still starting may overlook the first request.
+    const auto isManaged = [&] { return windows().contains(window); };
+    do {
+        xcb_unmap_window(m_connection, window);
+        xcb_map_window(m_connection, window);
+        xcb_flush(m_connection);
+    } while (!waitUntil(isManaged, 2));
+    return window;
+}
+
+void Desktop::activate(xcb_window_t window) const
+{
+    constexpr uint32_t sourceTaskBar = 2;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = sourceTaskBar;
+    xcb_send_event(m_connection, 0, m_root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(m_connection);
+}
+
+void Desktop::raise(xcb_window_t window) const
+{
+    constexpr uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    xcb_flush(m_connection);
+}
+
+void Desktop::fake(uint8_t type, uint8_t detail, QPoint at) const
+{
+    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, m_root,
+                        static_cast<int16_t>(at.x()), static_cast<int16_t>(at.y()), 0);
+    xcb_flush(m_connection);
+}
+
+void Desktop::moveTo(QPoint at) const
+{
+    fake(XCB_MOTION_NOTIFY, 0, at);
+}
+
+void Desktop::press(QPoint at, int button) const
+{
+    moveTo(at);
+    fake(XCB_BUTTON_PRESS, static_cast<uint8_t>(button), at);
+}
+
+void Desktop::release(int button) const
+{
+    fake(XCB_BUTTON_RELEASE, static_cast<uint8_t>(button), {});
+}
+
+void Desktop::click(QPoint at, int button) const
+{
+    press(at, button);
+    release(button);
+}
+
+QImage Desktop::picture(const QRect& area) const
+{
+    const auto reply = owned(xcb_get_image_reply(
+        m_connection,
+        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_root,
+                      static_cast<int16_t>(area.x()), static_cast<int16_t>(area.y()),
+                      static_cast<uint16_t>(area.width()), static_cast<uint16_t>(area.height()),
+                      ~0U),
+        nullptr));
+    if (!reply)
+        return {};
+    return QImage(xcb_get_image_data(reply.get()), area.width(), area.height(),
+                  QImage::Format_RGB32)
+        .copy();
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QRect>
+#include <QString>
+
+#include <xcb/xcb.h>
+
+#include <optional>
+
+/// The display of a world as its user and its window manager see it.
+class Desktop
+{
+public:
+    /// Waits for the window manager.
+    explicit Desktop(const QString& display);
+    ~Desktop();
+
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    /// The windows that the window manager knows, lowest first.
+    QList<xcb_window_t> windows() const;
+
+    /// Windows of this title that are on the screen.
+    QList<xcb_window_t> shown(const QString& title) const;
+
+    /// Open menus: windows that came onto the screen past the window manager.
+    QList<xcb_window_t> popups() const;
+
+    /// Where the window is on the screen.
+    QRect geometry(xcb_window_t window) const;
+
+    /// The numbers of a property, such as the states of a window.
+    QList<quint32> property(xcb_window_t window, const char* name) const;
+    QList<quint32> rootProperty(const char* name) const { return property(m_root, name); }
+    quint32 atom(const char* name) const;
+
+    xcb_window_t focused() const;
+    xcb_window_t active() const { return rootProperty("_NET_ACTIVE_WINDOW").value(0); }
+
+    /// Opens an ordinary window; it ends with the desktop.
+    xcb_window_t openOtherWindow(const QRect& geometry) const;
+
+    /// Gives a window the focus, as a task bar does.
+    void activate(xcb_window_t window) const;
+
+    void raise(xcb_window_t window) const;
+    void moveTo(QPoint at) const;
+    void press(QPoint at, int button = 1) const;
+    void release(int button = 1) const;
+    void click(QPoint at, int button = 1) const;
+
+    /// What the screen shows there.
+    QImage picture(const QRect& area) const;
+
+private:
+    bool isSet(xcb_window_t window, const char* name) const;
+    QString titleOf(xcb_window_t window) const;
+    bool isViewable(xcb_window_t window) const;
+    void fake(uint8_t type, uint8_t detail, QPoint at) const;
+
+    xcb_connection_t* m_connection;
+    xcb_window_t m_root;
+};

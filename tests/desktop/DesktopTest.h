@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Desktop.h"
+#include "TrayHost.h"
+#include "Waiting.h"
+#include "World.h"
+
+#include <gtest/gtest.h>
+
+/// A world with a watchful tray, and Vantora in it.
+class DesktopTest : public testing::Test
+{
+protected:
+    void startWithHost(const QStringList& arguments = {QStringLiteral("--demo")})
+    {
+        host.start();
+        startVantora(arguments);
+        ASSERT_TRUE(waitUntil([this] { return !host.item().isEmpty(); })) << "no item in the tray";
+    }
+
+    void startVantora(const QStringList& arguments = {})
+    {
+        vantora = &world.startVantora(arguments);
+        ASSERT_TRUE(waitUntil([this] { return widget() != 0; })) << "no widget on the screen";
+    }
+
+    /// The widget's window, or 0 while it is not on the screen. The panel window has the same title
+    /// and is wider.
+    xcb_window_t widget() const
+    {
+        for (const xcb_window_t window : desktop.shown(QStringLiteral("Vantora"))) {
+            if (desktop.geometry(window).width() <= 250)
+                return window;
+        }
+        return 0;
+    }
+
+    xcb_window_t panelWindow() const
+    {
+        for (const xcb_window_t window : desktop.shown(QStringLiteral("Vantora"))) {
+            if (desktop.geometry(window).width() == 380)
+                return window;
+        }
+        return 0;
+    }
+
+    bool titleBecomes(const QString& title)
+    {
+        return waitUntil([&] { return host.title() == title; });
+    }
+
+    bool endsByItself(int seconds = 20)
+    {
+        return waitUntil([this] { return vantora->state() == QProcess::NotRunning; }, seconds);
+    }
+
+    World world;
+    Desktop desktop{world.display()};
+    TrayHost host{world.busAddress()};
+    QProcess* vantora = nullptr;
+};
