@@ -1,6 +1,6 @@
 #include "Desktop.h"
 
-#include "Waiting.h"
+#include "support/Waiting.h"
 
 #include <xcb/xtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "Desktop.h"
 #include "TrayHost.h"
-#include "Waiting.h"
+#include "support/Waiting.h"
 #include "World.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "TrayHost.h"
 
-#include "Waiting.h"
+#include "support/Waiting.h"
 
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>

@@ -1,6 +1,6 @@
 #include "World.h"
 
-#include "Waiting.h"
+#include "support/Waiting.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,0 +1,58 @@
+#include "app/FramePosition.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr QSize full{250, 320};
+const QList<QRect> oneScreen{{0, 0, 1920, 1080}};
+const QList<QRect> twoScreens{{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}};
+
+} // namespace
+
+TEST(FramePositionTest, aPositionIsTheSameAfterItWasWrittenAndRead)
+{
+    for (const FramePosition& position :
+         {FramePosition{{1646, 24}, QStringLiteral("HDMI-1")},
+          FramePosition{{-1280, -7}, QStringLiteral("Screen with spaces")},
+          FramePosition{{0, 0}, QString()}})
+        EXPECT_EQ(framePositionFromText(toText(position)), position);
+}
+
+TEST(FramePositionTest, aTextOfAnotherFormIsNoPosition)
+{
+    for (const char* text : {"", " ", "12", "a b screen", "12 b", "1.5 2 screen", "12,7 screen",
+                             "99999999999 1 screen", "40000 1 screen"})
+        EXPECT_FALSE(framePositionFromText(QString::fromLatin1(text))) << text;
+}
+
+TEST(FramePositionTest, theFirstPlaceIsInsetFromTheTopRightCornerOfTheAvailableArea)
+{
+    EXPECT_EQ(firstTopLeft({0, 0, 1920, 1080}, full), QPoint(1646, 24));
+    EXPECT_EQ(firstTopLeft({60, 28, 1860, 1000}, full), QPoint(1646, 52));
+    EXPECT_EQ(firstTopLeft({0, 0, 1920, 1080}, {216, 76}), QPoint(1680, 24));
+}
+
+TEST(FramePositionTest, aPlaceThatIsStillOnAScreenIsKeptExactly)
+{
+    for (const QPoint place : {QPoint(500, 300), QPoint(1919, 1079), QPoint(-249, -319)})
+        EXPECT_EQ(broughtBack(place, full, oneScreen), place);
+    EXPECT_EQ(broughtBack({2500, 10}, full, twoScreens), QPoint(2500, 10));
+}
+
+TEST(FramePositionTest, aPlaceOnNoScreenIsBroughtBackToTheNearest)
+{
+    EXPECT_EQ(broughtBack({2500, 10}, full, oneScreen), QPoint(1670, 10));
+    EXPECT_EQ(broughtBack({-900, -900}, full, oneScreen), QPoint(0, 0));
+    EXPECT_EQ(broughtBack({5000, 2000}, full, twoScreens), QPoint(2950, 704));
+}
+
+TEST(FramePositionTest, onAScreenThatIsTooSmallTheTopLeftCornerShows)
+{
+    EXPECT_EQ(broughtBack({5000, 5000}, full, {{0, 0, 200, 100}}), QPoint(0, 0));
+}
+
+TEST(FramePositionTest, withoutAScreenThePlaceIsKept)
+{
+    EXPECT_EQ(broughtBack({5000, 5000}, full, {}), QPoint(5000, 5000));
+}
