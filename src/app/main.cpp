@@ -3,6 +3,7 @@
 #include "log/FileSystem.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSoundPlayer.h"
+#include "platform/TerminationSignals.h"
 
 #include <QApplication>
 #include <QDir>
@@ -30,7 +31,9 @@ QString soundFolder()
 
 int main(int argc, char* argv[])
 {
+    TerminationSignals terminationSignals; // before there are threads that would get them
     QApplication application(argc, argv);
+    terminationSignals.quitWhenReceived();
     QApplication::setApplicationName(QStringLiteral("Vantora"));
     QApplication::setApplicationVersion(QStringLiteral(VANTORA_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("io.github.vantora.Vantora"));

@@ -2,8 +2,8 @@
 
 #include "Desktop.h"
 #include "TrayHost.h"
-#include "support/Waiting.h"
 #include "World.h"
+#include "support/Waiting.h"
 
 #include <gtest/gtest.h>
 

@@ -181,6 +181,19 @@ TEST_F(DesktopTest, quitEndsTheProgram)
     EXPECT_EQ(vantora->exitCode(), 0);
 }
 
+TEST_F(DesktopTest, theEndOfASessionEndsTheProgramInGoodOrder)
+{
+    startWithHost();
+    const QString folder =
+        QFileInfo(host.read(QStringLiteral("IconName")).toString()).absolutePath();
+    ASSERT_TRUE(QFile::exists(folder));
+    vantora->terminate();
+    ASSERT_TRUE(endsByItself());
+    EXPECT_EQ(vantora->exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(vantora->exitCode(), 0);
+    EXPECT_FALSE(QFile::exists(folder));
+}
+
 TEST_F(DesktopTest, everyClickOfATrayOpensTheMenu)
 {
     startWithHost();

@@ -40,8 +40,6 @@ World::World(Bus bus)
     m_environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     m_environment.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
     m_environment.insert(QStringLiteral("GSETTINGS_BACKEND"), QStringLiteral("memory"));
-    m_environment.insert(QStringLiteral("LSAN_OPTIONS"),
-                         QStringLiteral("suppressions=" LEAK_SUPPRESSIONS ":print_suppressions=0"));
 
     // A sound card that writes what it is given into a file.
     writeFile(path(QStringLiteral("asound.conf")),
