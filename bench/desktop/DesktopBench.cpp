@@ -36,9 +36,17 @@ double milliseconds(std::chrono::nanoseconds time)
     return std::chrono::duration<double, std::milli>(time).count();
 }
 
+/// Waits in the presence of a program. One that has ended has no figures.
+void waitBeside(const Program& program, std::chrono::milliseconds time)
+{
+    if (waitUntil([&] { return program.hasEnded(); }, time))
+        throw std::runtime_error("a program ended before it was measured");
+}
+
 std::chrono::nanoseconds waitForWindow(const MapWatch& watch, const Program& program)
 {
-    if (!waitUntil([&] { return watch.mappedAt(program.pid()).has_value(); }, startTakesAtMost))
+    const auto mapped = [&] { return watch.mappedAt(program.pid()).has_value(); };
+    if (!waitUntil([&] { return mapped() || program.hasEnded(); }, startTakesAtMost) || !mapped())
         throw std::runtime_error("a program shows no window");
     return *watch.mappedAt(program.pid()) - program.startedAt();
 }
@@ -95,7 +103,7 @@ struct MemoryRuns
     {
         const Program program({path});
         waitForWindow(watch, program);
-        waitFor(settledAfter);
+        waitBeside(program, settledAfter);
         const MemoryFigures figures = memoryOf(program.pid());
         anonymous.push_back(static_cast<double>(figures.anonymous));
         proportional.push_back(static_cast<double>(figures.proportional));
@@ -139,13 +147,13 @@ void compareActivity(const MapWatch& watch, const TrayHost& tray, std::chrono::s
     const Program reference({emptyWindow});
     waitForWindow(watch, own);
     waitForWindow(watch, reference);
-    waitFor(settledAfter);
+    waitBeside(own, settledAfter);
 
     const auto start = Program::Clock::now();
     const int titlesBefore = tray.titlesRead();
     const Activity ownBefore = Activity::of(own);
     const Activity referenceBefore = Activity::of(reference);
-    waitFor(countdown);
+    waitBeside(own, countdown);
     const double time = milliseconds(Program::Clock::now() - start);
     const int titles = tray.titlesRead() - titlesBefore;
     const Activity ownAfter = Activity::of(own);

@@ -44,14 +44,29 @@ void MapWatch::takeEvents()
             const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
             xcb_change_window_attributes(m_connection.get(), created->window, XCB_CW_EVENT_MASK,
                                          &mask);
-            xcb_flush(m_connection.get());
+            // On a busy machine it can have been mapped by now, of which no event would tell.
+            if (isMapped(created->window))
+                note(created->window, Clock::now());
         } else if (type == XCB_MAP_NOTIFY) {
-            const auto* mapped = reinterpret_cast<const xcb_map_notify_event_t*>(event.get());
-            const auto pid = property(mapped->window, m_processOf, XCB_ATOM_CARDINAL);
-            if (pid && !m_mappedAt.contains(static_cast<pid_t>(*pid)))
-                m_mappedAt.insert(static_cast<pid_t>(*pid), now);
+            note(reinterpret_cast<const xcb_map_notify_event_t*>(event.get())->window, now);
         }
     }
+}
+
+void MapWatch::note(xcb_window_t window, Clock::time_point mappedAt)
+{
+    const auto pid = property(window, m_processOf, XCB_ATOM_CARDINAL);
+    if (pid && !m_mappedAt.contains(static_cast<pid_t>(*pid)))
+        m_mappedAt.insert(static_cast<pid_t>(*pid), mappedAt);
+}
+
+bool MapWatch::isMapped(xcb_window_t window) const
+{
+    const Owned<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(
+            m_connection.get(), xcb_get_window_attributes(m_connection.get(), window), nullptr),
+        std::free);
+    return reply && reply->map_state != XCB_MAP_STATE_UNMAPPED;
 }
 
 bool MapWatch::isManaged() const

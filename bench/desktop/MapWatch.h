@@ -26,6 +26,8 @@ public:
 
 private:
     void takeEvents();
+    void note(xcb_window_t window, Clock::time_point mappedAt);
+    bool isMapped(xcb_window_t window) const;
     std::optional<uint32_t> property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const;
     xcb_atom_t atom(const char* name) const;
 

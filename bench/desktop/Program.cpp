@@ -3,6 +3,7 @@
 #include "bench/desktop/Waiting.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <stdexcept>
@@ -43,6 +44,13 @@ Program::~Program()
     while (waitpid(m_pid, nullptr, 0) < 0 && errno == EINTR) {
     }
     close(m_output);
+}
+
+bool Program::hasEnded() const
+{
+    siginfo_t ended = {};
+    return waitid(P_PID, static_cast<id_t>(m_pid), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           ended.si_pid != 0;
 }
 
 QByteArray Program::readLine() const

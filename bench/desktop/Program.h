@@ -22,6 +22,8 @@ public:
     pid_t pid() const { return m_pid; }
     Clock::time_point startedAt() const { return m_startedAt; }
 
+    bool hasEnded() const;
+
     /// Waits for the next line of its standard output; empty when it ended without one.
     QByteArray readLine() const;
 
