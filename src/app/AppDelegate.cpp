@@ -112,7 +112,8 @@ void AppDelegate::setUpStatusItem()
     connect(m_panel.get(), &QWidget::customContextMenuRequested, this,
             [this](QPoint at) { m_menu->popup(m_panel->mapToGlobal(at)); });
 
-    m_statusItem = std::make_unique<StatusItem>(*m_menu);
+    m_statusItem = std::make_unique<StatusItem>(
+        *m_menu, [this] { return drawStatusIcon(statusIconOf(m_engine)); });
 }
 
 void AppDelegate::menuWillOpen()
@@ -135,7 +136,7 @@ void AppDelegate::updateStatusItem()
     if (m_shownIcon == icon)
         return;
     m_shownIcon = icon;
-    m_statusItem->setIcon(drawStatusIcon(icon));
+    m_statusItem->redrawIcon();
 }
 
 void AppDelegate::toggleWidget()

@@ -14,7 +14,6 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QMenu>
-#include <QStandardPaths>
 
 namespace {
 
@@ -42,10 +41,11 @@ QDBusMessage busCall(const QString& method)
 
 } // namespace
 
-StatusItem::StatusItem(QMenu& menu)
+StatusItem::StatusItem(QMenu& menu, DrawIcon drawIcon)
     : m_menu(menu)
-    , m_iconFolder(iconFolderTemplate())
+    , m_drawIcon(std::move(drawIcon))
 {
+    m_item.blockSignals(true); // until somebody listens
     connect(&m_item, &StatusNotifierItem::menuRequested, this,
             [this](QPoint at) { m_menu.popup(at.isNull() ? QCursor::pos() : at); });
 }
@@ -71,7 +71,6 @@ void StatusItem::useBus(QDBusConnection bus)
     constexpr auto exported = QDBusConnection::ExportAllProperties |
                               QDBusConnection::ExportScriptableInvokables |
                               QDBusConnection::ExportScriptableSignals;
-    m_item.setIcon(m_icon, writeIconFile());
     bus.registerObject(QLatin1String(StatusNotifierItem::objectPath), &m_item, exported);
     bus.registerObject(QLatin1String(StatusNotifierItem::menuPath), m_busMenu.get(), exported);
 
@@ -97,11 +96,14 @@ void StatusItem::useBus(QDBusConnection bus)
 
 void StatusItem::useTrayOf(const QString& watcherOwner)
 {
-    if (watcherOwner.isEmpty()) {
+    m_busHasTray = !watcherOwner.isEmpty();
+    m_item.blockSignals(!m_busHasTray);
+    if (!m_busHasTray) {
         useXembed();
         return;
     }
     m_xembed.reset();
+    redrawIcon();
     registerItem();
 }
 
@@ -120,7 +122,7 @@ void StatusItem::useXembed()
         return;
     m_xembed = std::make_unique<XembedTray>(m_menu);
     m_xembed->setTitle(title());
-    m_xembed->setIcon(m_icon);
+    redrawIcon();
 }
 
 void StatusItem::setTitle(const QString& title)
@@ -132,23 +134,27 @@ void StatusItem::setTitle(const QString& title)
         m_xembed->setTitle(title);
 }
 
-void StatusItem::setIcon(const QList<QImage>& sizes)
+void StatusItem::redrawIcon()
 {
-    m_icon = sizes;
-    if (m_bus)
-        m_item.setIcon(sizes, writeIconFile());
+    if (!m_busHasTray && !m_xembed)
+        return;
+    const QList<QImage> sizes = m_drawIcon();
+    if (m_busHasTray)
+        m_item.setIcon(sizes, writeIconFile(sizes.last()));
     if (m_xembed)
         m_xembed->setIcon(sizes);
 }
 
-/// The largest size as a file of a new name, since trays remember what a name looked like. Empty
-/// when it cannot be written.
-QString StatusItem::writeIconFile()
+/// The icon as a file of a new name, since trays remember what a name looked like. Empty when it
+/// cannot be written.
+QString StatusItem::writeIconFile(const QImage& icon)
 {
-    if (!m_iconFolder.isValid() || m_icon.isEmpty())
+    if (!m_iconFolder)
+        m_iconFolder = std::make_unique<QTemporaryDir>(iconFolderTemplate());
+    if (!m_iconFolder->isValid())
         return {};
     if (!m_item.iconName().isEmpty())
         QFile::remove(m_item.iconName());
-    const QString path = m_iconFolder.filePath(QStringLiteral("icon-%1.png").arg(++m_iconFiles));
-    return m_icon.last().save(path, "PNG") ? path : QString();
+    const QString path = m_iconFolder->filePath(QStringLiteral("icon-%1.png").arg(++m_iconFiles));
+    return icon.save(path, "PNG") ? path : QString();
 }

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -22,8 +23,12 @@ class StatusItem : public QObject
     Q_OBJECT
 
 public:
-    /// `menu` has all its actions, and outlives this object. Nothing is shown before start().
-    explicit StatusItem(QMenu& menu);
+    /// Draws the icon as it should look now, in all the sizes that trays use, smallest first.
+    using DrawIcon = std::function<QList<QImage>()>;
+
+    /// `menu` has all its actions, and outlives this object. Nothing is shown before start(), and
+    /// `drawIcon` is called only while there is a tray.
+    StatusItem(QMenu& menu, DrawIcon drawIcon);
     ~StatusItem() override;
 
     /// Begins to look for a tray. Returns at once.
@@ -32,22 +37,23 @@ public:
     QString title() const { return m_item.title(); }
     void setTitle(const QString& title);
 
-    /// The icon, in all the sizes that it is drawn in, smallest first.
-    void setIcon(const QList<QImage>& sizes);
+    /// To be called when the icon would look different.
+    void redrawIcon();
 
 private:
     void useBus(QDBusConnection bus);
     void useTrayOf(const QString& watcherOwner);
     void registerItem();
     void useXembed();
-    QString writeIconFile();
+    QString writeIconFile(const QImage& icon);
 
     QMenu& m_menu;
     StatusNotifierItem m_item;
     std::unique_ptr<BusMenu> m_busMenu;
     std::unique_ptr<XembedTray> m_xembed;
     std::optional<QDBusConnection> m_bus;
-    QList<QImage> m_icon;
-    QTemporaryDir m_iconFolder;
+    bool m_busHasTray = false;
+    DrawIcon m_drawIcon;
+    std::unique_ptr<QTemporaryDir> m_iconFolder; ///< made with the first file in it
     int m_iconFiles = 0;
 };

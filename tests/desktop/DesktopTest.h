@@ -44,6 +44,20 @@ protected:
         return 0;
     }
 
+    /// An ordinary window of another program, which the user works in.
+    xcb_window_t openFocusedWindow()
+    {
+        const xcb_window_t other = desktop.openOtherWindow({100, 500, 400, 300});
+        desktop.activate(other);
+        EXPECT_TRUE(waitUntil([&] { return hasFocus(other); }));
+        return other;
+    }
+
+    bool hasFocus(xcb_window_t window) const
+    {
+        return desktop.active() == window && desktop.focused() == window;
+    }
+
     bool titleBecomes(const QString& title)
     {
         return waitUntil([&] { return host.title() == title; });
