@@ -2,6 +2,7 @@
 
 #include "platform/BusMenu.h"
 #include "platform/BusMenuTypes.h"
+#include "platform/PngFile.h"
 #include "platform/SessionBus.h"
 #include "platform/XembedTray.h"
 
@@ -156,5 +157,5 @@ QString StatusItem::writeIconFile(const QImage& icon)
     if (!m_item.iconName().isEmpty())
         QFile::remove(m_item.iconName());
     const QString path = m_iconFolder->filePath(QStringLiteral("icon-%1.png").arg(++m_iconFiles));
-    return icon.save(path, "PNG") ? path : QString();
+    return writePng(icon, path) ? path : QString();
 }

@@ -1,6 +1,7 @@
 #include "platform/SystemSoundPlayer.h"
 
 #include <QFile>
+#include <QLibrary>
 
 #include <canberra.h>
 
@@ -17,6 +18,45 @@ constexpr int mostPlaying = 4;
 
 /// No sound of a theme is longer than this.
 constexpr std::chrono::seconds longestSound{10};
+
+/// The sound library's functions, or null ones where it is not installed. It is loaded at the first
+/// sound: with all that it brings along, it would be a good part of the program's start and size.
+struct Canberra
+{
+    Canberra()
+    {
+        QLibrary library(QStringLiteral("canberra"), 0);
+        createContext = load<decltype(&ca_context_create)>(library, "ca_context_create");
+        destroyContext = load<decltype(&ca_context_destroy)>(library, "ca_context_destroy");
+        changeProperties =
+            load<decltype(&ca_context_change_props)>(library, "ca_context_change_props");
+        play = load<decltype(&ca_context_play_full)>(library, "ca_context_play_full");
+        createList = load<decltype(&ca_proplist_create)>(library, "ca_proplist_create");
+        destroyList = load<decltype(&ca_proplist_destroy)>(library, "ca_proplist_destroy");
+        set = load<decltype(&ca_proplist_sets)>(library, "ca_proplist_sets");
+    }
+
+    explicit operator bool() const
+    {
+        return createContext && destroyContext && changeProperties && play && createList &&
+               destroyList && set;
+    }
+
+    decltype(&ca_context_create) createContext;
+    decltype(&ca_context_destroy) destroyContext;
+    decltype(&ca_context_change_props) changeProperties;
+    decltype(&ca_context_play_full) play;
+    decltype(&ca_proplist_create) createList;
+    decltype(&ca_proplist_destroy) destroyList;
+    decltype(&ca_proplist_sets) set;
+
+private:
+    template <typename Function>
+    static Function load(QLibrary& library, const char* name)
+    {
+        return reinterpret_cast<Function>(library.resolve(name));
+    }
+};
 
 /// The end of a sound, which some backends report more than once.
 class SoundEnd
@@ -46,27 +86,29 @@ private:
 /// stays silent for ever, and because nothing has to be kept in memory between two sounds.
 void playToEnd(const QByteArray& name, const QByteArray& file)
 {
+    static const Canberra canberra;
+    if (!canberra)
+        return;
     SoundEnd end; // destroyed after the context, which is the last to use it
-    ca_context* created = nullptr;
-    if (ca_context_create(&created) != CA_SUCCESS)
+    ca_context* createdContext = nullptr;
+    if (canberra.createContext(&createdContext) != CA_SUCCESS)
         return;
-    const std::unique_ptr<ca_context, decltype(&ca_context_destroy)> context(created,
-                                                                             &ca_context_destroy);
-    if (ca_context_change_props(context.get(), CA_PROP_APPLICATION_NAME, "Vantora",
-                                CA_PROP_APPLICATION_ID, "io.github.vantora.Vantora",
-                                nullptr) != CA_SUCCESS)
-        return;
+    const std::unique_ptr<ca_context, decltype(canberra.destroyContext)> context(
+        createdContext, canberra.destroyContext);
+    canberra.changeProperties(context.get(), CA_PROP_APPLICATION_NAME, "Vantora",
+                              CA_PROP_APPLICATION_ID, "io.github.vantora.Vantora", nullptr);
+
     ca_proplist* createdSound = nullptr;
-    if (ca_proplist_create(&createdSound) != CA_SUCCESS)
+    if (canberra.createList(&createdSound) != CA_SUCCESS)
         return;
-    const std::unique_ptr<ca_proplist, decltype(&ca_proplist_destroy)> sound(createdSound,
-                                                                             &ca_proplist_destroy);
-    ca_proplist_sets(sound.get(), CA_PROP_EVENT_ID, name.constData());
-    ca_proplist_sets(sound.get(), CA_PROP_MEDIA_FILENAME, file.constData());
-    ca_proplist_sets(sound.get(), CA_PROP_CANBERRA_XDG_THEME_NAME, "vantora");
-    ca_proplist_sets(sound.get(), CA_PROP_CANBERRA_CACHE_CONTROL, "never");
-    ca_proplist_sets(sound.get(), CA_PROP_MEDIA_ROLE, "event");
-    if (ca_context_play_full(context.get(), 0, sound.get(), &SoundEnd::report, &end) == CA_SUCCESS)
+    const std::unique_ptr<ca_proplist, decltype(canberra.destroyList)> sound(createdSound,
+                                                                             canberra.destroyList);
+    canberra.set(sound.get(), CA_PROP_EVENT_ID, name.constData());
+    canberra.set(sound.get(), CA_PROP_MEDIA_FILENAME, file.constData());
+    canberra.set(sound.get(), CA_PROP_CANBERRA_XDG_THEME_NAME, "vantora");
+    canberra.set(sound.get(), CA_PROP_CANBERRA_CACHE_CONTROL, "never");
+    canberra.set(sound.get(), CA_PROP_MEDIA_ROLE, "event");
+    if (canberra.play(context.get(), 0, sound.get(), &SoundEnd::report, &end) == CA_SUCCESS)
         end.wait(longestSound);
 }
 

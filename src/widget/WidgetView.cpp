@@ -7,29 +7,60 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <utility>
+
 namespace {
 
 const QColor cardColor(16, 18, 28, 235);
 constexpr double cardRadius = 20;
 
-/// The three lines of the face, in parts of its height.
-constexpr double titleLine = 0.28;
-constexpr double readoutLine = 0.52;
-constexpr double hintLine = 0.78;
-
 constexpr double dimmedOpacity = 0.45;
 
-void drawLine(QPainter& painter, const QRect& card, double line, int pixelSize, const QColor& color,
+/// A line of text across the card: its middle as a part of the card's height, and its size.
+struct Line
+{
+    double middle;
+    int pixelSize;
+
+    QRect within(const QRect& card) const
+    {
+        QRect row(0, 0, card.width(), pixelSize * 3 / 2);
+        row.moveCenter({card.center().x(), card.top() + qRound(middle * card.height())});
+        return row;
+    }
+};
+
+constexpr double titleMiddle = 0.28;
+constexpr double readoutMiddle = 0.52;
+constexpr double hintMiddle = 0.78;
+
+bool isFull(const QRect& card)
+{
+    return card.height() > WidgetView::preferredSize(true).height();
+}
+
+Line titleLine(const QRect& card)
+{
+    return {titleMiddle, isFull(card) ? 12 : 10};
+}
+Line readoutLine(const QRect& card)
+{
+    return {readoutMiddle, isFull(card) ? 44 : 26};
+}
+Line hintLine(const QRect& card)
+{
+    return {hintMiddle, isFull(card) ? 12 : 10};
+}
+
+void drawText(QPainter& painter, const QRect& card, const Line& line, const QColor& color,
               const QString& text)
 {
     QFont font = painter.font();
-    font.setPixelSize(pixelSize);
+    font.setPixelSize(line.pixelSize);
     font.setWeight(QFont::DemiBold);
     painter.setFont(font);
     painter.setPen(color);
-    QRect row(0, 0, card.width(), pixelSize * 3 / 2);
-    row.moveCenter({card.center().x(), card.top() + qRound(line * card.height())});
-    painter.drawText(row, Qt::AlignCenter, text);
+    painter.drawText(line.within(card), Qt::AlignCenter, text);
 }
 
 } // namespace
@@ -70,24 +101,31 @@ void WidgetView::reread()
     Face face = faceOfEngine();
     if (face == m_face)
         return;
-    m_face = std::move(face);
-    update();
+    Face old = std::exchange(m_face, std::move(face));
+    // Most changes are a second less: then only that line is painted.
+    old.readout = m_face.readout;
+    update(old == m_face ? readoutLine(rect()).within(rect()) : rect());
 }
 
-void WidgetView::paintEvent(QPaintEvent*)
+void WidgetView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(cardColor);
-    painter.drawRoundedRect(rect(), cardRadius, cardRadius);
-
-    const bool full = height() > preferredSize(true).height();
+    const bool readoutOnly = readoutLine(rect()).within(rect()).contains(event->rect());
+    if (readoutOnly) {
+        painter.fillRect(event->rect(), cardColor);
+    } else {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(cardColor);
+        painter.drawRoundedRect(rect(), cardRadius, cardRadius);
+    }
     const QColor tone = toQColor(factsOf(m_face.phase).lightTone);
     const QColor readoutColor(255, 255, 255, m_face.dimmed ? qRound(255 * dimmedOpacity) : 255);
-    drawLine(painter, rect(), titleLine, full ? 12 : 10, tone, m_face.title);
-    drawLine(painter, rect(), readoutLine, full ? 44 : 26, readoutColor, m_face.readout);
-    drawLine(painter, rect(), hintLine, full ? 12 : 10, tone, m_face.hint);
+    drawText(painter, rect(), readoutLine(rect()), readoutColor, m_face.readout);
+    if (readoutOnly)
+        return;
+    drawText(painter, rect(), titleLine(rect()), tone, m_face.title);
+    drawText(painter, rect(), hintLine(rect()), tone, m_face.hint);
 }
 
 // The mouse also drags the window, which is the window's business: the events go on to it.
