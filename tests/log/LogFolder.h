@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -35,8 +36,9 @@ private:
 inline std::string contentOf(const QString& path)
 {
     QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll().toStdString();
+    const bool isOpen = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
+    EXPECT_TRUE(isOpen) << path.toStdString();
+    return isOpen ? file.readAll().toStdString() : std::string();
 }
 
 inline void putContent(const QString& path, std::string_view content)

@@ -75,6 +75,27 @@ TEST_F(SharedLog, ALinkInPlaceOfTheDraftIsNotWrittenThrough)
     SessionStore store(clock, plain, folder.file());
     store.log(Phase::sitting, 1500, 0);
     EXPECT_EQ(contentOf(precious), "precious");
+
+    ASSERT_TRUE(QFile::remove(precious));
+    store.save();
+    EXPECT_FALSE(QFile::exists(precious));
+}
+
+TEST_F(SharedLog, ADraftThatHasBecomeTheFileMeanwhileIsNotWritten)
+{
+    const std::string otherText = textOf(historyOf(30, 2));
+    FaultyFileSystem fileSystem;
+    bool isFirst = true;
+    fileSystem.look = [&] {
+        if (!isFirst || fileSystem.calls.empty() || fileSystem.calls.back() != "open")
+            return;
+        isFirst = false;
+        ASSERT_TRUE(replaceFile(plain, folder.file(), QByteArray::fromStdString(otherText)));
+        putContent(QFile::decodeName(draft()), "half of a third");
+    };
+    EXPECT_FALSE(replaceFile(fileSystem, folder.file(), "new"));
+    EXPECT_FALSE(isFirst);
+    EXPECT_EQ(contentOf(folder.file()), otherText);
 }
 
 TEST_F(SharedLog, TheLastOfTwoStoresToSaveWins)
