@@ -19,7 +19,7 @@ constexpr std::size_t uuidTextLength = 36;
 
 /// An entry as text: braces, keys, id, date, and room for three numbers of up to 24 characters.
 constexpr std::size_t longestEntryText = 192;
-constexpr std::size_t usualEntryText = 144;
+constexpr qsizetype usualEntryText = 144;
 
 // --- writing ---------------------------------------------------------------------------------
 
@@ -290,7 +290,7 @@ private:
 std::optional<QByteArray> toJson(const std::vector<SessionEntry>& entries)
 {
     QByteArray json;
-    json.reserve(static_cast<qsizetype>(entries.size() * usualEntryText + 2));
+    json.reserve(static_cast<qsizetype>(entries.size()) * usualEntryText + 2);
     json.append('[');
     std::array<char, longestEntryText> text{};
     for (const SessionEntry& entry : entries) {
@@ -324,7 +324,7 @@ std::optional<std::vector<SessionEntry>> entriesFromJson(const QByteArray& json)
     rapidjson::MemoryStream stream(text.data(), static_cast<std::size_t>(text.size()));
     rapidjson::Reader reader;
     EntryHandler handler;
-    handler.entries.reserve(static_cast<std::size_t>(text.size()) / usualEntryText);
+    handler.entries.reserve(static_cast<std::size_t>(text.size() / usualEntryText));
     // The parser takes a NUL byte for the end of the text, so the position is looked at too.
     if (reader.Parse<flags>(stream, handler).IsError() ||
         stream.Tell() != static_cast<std::size_t>(text.size()))

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <ranges>
+
 namespace {
 
 QString rowText(const SessionEntry& entry)
@@ -55,8 +57,7 @@ void LogsView::reread()
                           .arg(m_store.totalPushups()));
     m_totals->setWordWrap(true);
     m_list->clear();
-    const auto& entries = m_store.entries();
-    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
-        m_list->addItem(rowText(*entry));
-    m_count->setText(QStringLiteral("%1 recorded sessions").arg(entries.size()));
+    for (const SessionEntry& entry : m_store.entries() | std::views::reverse)
+        m_list->addItem(rowText(entry));
+    m_count->setText(QStringLiteral("%1 recorded sessions").arg(m_store.entries().size()));
 }
