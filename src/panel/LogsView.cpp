@@ -9,8 +9,6 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include <ranges>
-
 namespace {
 
 QString rowText(const SessionEntry& entry)
@@ -57,7 +55,8 @@ void LogsView::reread()
                           .arg(m_store.totalPushups()));
     m_totals->setWordWrap(true);
     m_list->clear();
-    for (const SessionEntry& entry : m_store.entries() | std::views::reverse)
-        m_list->addItem(rowText(entry));
-    m_count->setText(QStringLiteral("%1 recorded sessions").arg(m_store.entries().size()));
+    const std::vector<SessionEntry>& entries = m_store.entries();
+    for (std::size_t i = entries.size(); i-- > 0;)
+        m_list->addItem(rowText(entries[i]));
+    m_count->setText(QStringLiteral("%1 recorded sessions").arg(entries.size()));
 }

@@ -158,7 +158,7 @@ xcb_window_t Desktop::openOtherWindow(const QRect& geometry) const
         xcb_unmap_window(m_connection, window);
         xcb_map_window(m_connection, window);
         xcb_flush(m_connection);
-    } while (!waitUntil(isManaged, 2));
+    } while (!waitUntil(isManaged, std::chrono::seconds(2)));
     return window;
 }
 

@@ -63,9 +63,9 @@ protected:
         return waitUntil([&] { return host.title() == title; });
     }
 
-    bool endsByItself(int seconds = 20)
+    bool endsByItself()
     {
-        return waitUntil([this] { return vantora->state() == QProcess::NotRunning; }, seconds);
+        return waitUntil([this] { return vantora->state() == QProcess::NotRunning; });
     }
 
     World world;

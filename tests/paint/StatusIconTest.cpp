@@ -45,7 +45,7 @@ TEST(StatusIconTest, theRingIsInThePhasesColourAndAsLongAsThePhaseStillIs)
         const int full = ringPixels({.phase = phase, .number = 1, .ringSteps = 48});
         const int half = ringPixels({.phase = phase, .number = 1, .ringSteps = 24});
         EXPECT_GT(full, 300);
-        EXPECT_NEAR(half, full / 2, full / 10);
+        EXPECT_NEAR(half, full / 2.0, full / 10.0);
         EXPECT_LT(ringPixels({.phase = phase, .number = 1, .ringSteps = 0}), full / 20);
     }
 }

@@ -5,12 +5,14 @@
 #include <QEventLoop>
 #include <QThread>
 
-/// Handles events until `condition` holds. False when it did not within `seconds`, which are far
-/// more than it should need.
+#include <chrono>
+
+/// Handles events until `condition` holds. False when it did not within `atMost`, which is far more
+/// than it should need.
 template <typename Condition>
-bool waitUntil(Condition condition, int seconds = 20)
+bool waitUntil(Condition condition, std::chrono::seconds atMost = std::chrono::seconds(20))
 {
-    const QDeadlineTimer deadline(seconds * 1000);
+    const QDeadlineTimer deadline(atMost);
     while (!condition()) {
         if (deadline.hasExpired())
             return false;
