@@ -78,6 +78,17 @@ std::vector<SessionEntry> parsed(const QByteArray& json)
     return std::move(*history);
 }
 
+QByteArray textOf(const std::vector<SessionEntry>& history)
+{
+    QByteArray text;
+    const bool isWhole = writeJson(history, [&](QByteArrayView piece) {
+        text.append(piece);
+        return true;
+    });
+    check(isWhole, "encoding");
+    return text;
+}
+
 void writePlainly(const QString& path, const QByteArray& content)
 {
     const int file =
@@ -117,8 +128,8 @@ public:
     void measureMemory(int count)
     {
         elsewhere([&] {
-            writePlainly(m_own, toJson(historyOf(count)).value());
-            writePlainly(m_few, toJson(historyOf(100)).value());
+            writePlainly(m_own, textOf(historyOf(count)));
+            writePlainly(m_few, textOf(historyOf(100)));
         });
         const auto own = [](const QString& path) { parsed(contentOf(path)); };
         const auto reference = [](const QString& path) {

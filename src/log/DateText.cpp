@@ -1,6 +1,5 @@
 #include "log/DateText.h"
 
-#include <charconv>
 #include <chrono>
 #include <cmath>
 
@@ -10,10 +9,15 @@ namespace {
 
 constexpr seconds referenceDate{static_cast<long long>(referenceDateUnixSeconds)};
 
-void putDigits(char* to, int count, unsigned value)
+void putTwoDigits(char* to, unsigned value)
 {
-    for (char* digit = to + count; digit-- != to; value /= 10)
-        *digit = static_cast<char>('0' + value % 10);
+    to[0] = static_cast<char>('0' + value / 10);
+    to[1] = static_cast<char>('0' + value % 10);
+}
+
+bool hasFourDigits(year year)
+{
+    return year >= std::chrono::year{0} && year <= std::chrono::year{9999};
 }
 
 /// `count` digits at `from`; nothing when one of them is none.
@@ -45,27 +49,31 @@ std::optional<seconds> zoneOffset(std::string_view zone)
 
 } // namespace
 
-std::optional<std::array<char, dateTextLength>> dateText(Instant instant)
+bool putDateText(char* to, Instant instant)
 {
     constexpr double secondsPerYear = 31556952;
     if (!(std::abs(instant.seconds) < 20000 * secondsPerYear))
-        return std::nullopt;
-    const sys_seconds time{referenceDate + seconds{std::llround(std::floor(instant.seconds))}};
-    const auto day = floor<days>(time);
-    const year_month_day date{day};
-    if (date.year() < year{0} || date.year() > year{9999})
-        return std::nullopt;
-    const hh_mm_ss clock{time - day};
+        return false;
+    const auto whole = static_cast<long long>(std::floor(instant.seconds));
+    const sys_seconds time{referenceDate + seconds{whole}};
+    const auto midnight = floor<days>(time);
+    const year_month_day date{midnight};
+    if (!hasFourDigits(date.year()))
+        return false;
+    const auto fullYear = static_cast<unsigned>(static_cast<int>(date.year()));
+    const auto secondOfDay = static_cast<unsigned>((time - midnight).count());
 
-    std::array<char, dateTextLength> text{"0000-00-00T00:00:00"};
-    text.back() = 'Z';
-    putDigits(text.data(), 4, static_cast<unsigned>(static_cast<int>(date.year())));
-    putDigits(text.data() + 5, 2, static_cast<unsigned>(date.month()));
-    putDigits(text.data() + 8, 2, static_cast<unsigned>(date.day()));
-    putDigits(text.data() + 11, 2, static_cast<unsigned>(clock.hours().count()));
-    putDigits(text.data() + 14, 2, static_cast<unsigned>(clock.minutes().count()));
-    putDigits(text.data() + 17, 2, static_cast<unsigned>(clock.seconds().count()));
-    return text;
+    constexpr std::string_view form = "0000-00-00T00:00:00Z";
+    static_assert(form.size() == dateTextLength);
+    form.copy(to, form.size());
+    putTwoDigits(to, fullYear / 100);
+    putTwoDigits(to + 2, fullYear % 100);
+    putTwoDigits(to + 5, static_cast<unsigned>(date.month()));
+    putTwoDigits(to + 8, static_cast<unsigned>(date.day()));
+    putTwoDigits(to + 11, secondOfDay / 3600);
+    putTwoDigits(to + 14, secondOfDay / 60 % 60);
+    putTwoDigits(to + 17, secondOfDay % 60);
+    return true;
 }
 
 std::optional<Instant> dateFromText(std::string_view text)
@@ -86,5 +94,7 @@ std::optional<Instant> dateFromText(std::string_view text)
     if (!date.ok())
         return std::nullopt;
     const sys_seconds time = sys_days{date} + hours{*h} + minutes{*min} + seconds{*s} - *offset;
+    if (!hasFourDigits(year_month_day{floor<days>(time)}.year()))
+        return std::nullopt;
     return Instant{static_cast<double>((time.time_since_epoch() - referenceDate).count())};
 }

@@ -34,6 +34,11 @@ ssize_t FileSystem::write(int file, const char* data, size_t size)
     return ::write(file, data, size);
 }
 
+int FileSystem::beginSync(int file, off_t from, off_t size)
+{
+    return ::sync_file_range(file, from, size, SYNC_FILE_RANGE_WRITE);
+}
+
 int FileSystem::sync(int file)
 {
     return ::fsync(file);

@@ -17,6 +17,8 @@ public:
     virtual int changeMode(int file, mode_t mode);
     virtual int truncate(int file);
     virtual ssize_t write(int file, const char* data, size_t size);
+    /// Has the disk begin with these bytes of the file, and does not wait for it.
+    virtual int beginSync(int file, off_t from, off_t size);
     virtual int sync(int file);
     virtual int close(int file);
     virtual int rename(const QByteArray& from, const QByteArray& to);

@@ -10,7 +10,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <limits>
+#include <memory>
 #include <string_view>
 
 namespace {
@@ -18,8 +18,11 @@ namespace {
 constexpr std::size_t uuidTextLength = 36;
 
 /// An entry as text: braces, keys, id, date, and room for three numbers of up to 24 characters.
-constexpr std::size_t longestEntryText = 192;
+constexpr std::size_t longestEntryText = 224;
 constexpr qsizetype usualEntryText = 144;
+
+/// Bytes after which a piece of text is given out.
+constexpr std::ptrdiff_t pieceSize = 1 << 20;
 
 // --- writing ---------------------------------------------------------------------------------
 
@@ -66,10 +69,20 @@ public:
     /// The shortest text that reads back as the same number.
     TextWriter& operator<<(double number)
     {
-        if (number == 0 && std::signbit(number))
-            return *this << std::string_view("-0.0"); // "-0" would read back as the integer 0
+        // Most are whole, and integers are written several times as fast.
+        constexpr double exactBelow = 9007199254740992;
+        if (std::abs(number) < exactBelow && number == std::trunc(number) && !std::signbit(number))
+            return *this << static_cast<qint64>(number);
         m_to = std::to_chars(m_to, m_to + longestNumber, number).ptr;
         return *this;
+    }
+
+    /// False for an instant that has no such text.
+    bool putDate(Instant date)
+    {
+        const bool isPut = putDateText(m_to, date);
+        m_to += dateTextLength;
+        return isPut;
     }
 
     TextWriter& operator<<(const QUuid& id)
@@ -128,6 +141,27 @@ std::optional<QUuid> uuidFromText(std::string_view text)
                  bytes[11], bytes[12], bytes[13], bytes[14], bytes[15]);
 }
 
+template <typename Number>
+std::optional<Number> numberFromText(std::string_view text)
+{
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return number;
+}
+
+/// Whether the parser's UTF-8 is free of surrogates. It takes an escaped low one without its high
+/// one for a character.
+bool isUnicode(std::string_view text)
+{
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        if (text[i] == '\xED' && static_cast<unsigned char>(text[i + 1]) >= 0xA0)
+            return false;
+    }
+    return true;
+}
+
 /// Fills entries from the parser's events. Every function returns false to reject the document.
 class EntryHandler
 {
@@ -177,7 +211,7 @@ public:
     {
         if (m_depth == entryDepth)
             m_key = keyNamed({text, length});
-        return true;
+        return isUnicode({text, length});
     }
 
     bool String(const char* text, rapidjson::SizeType length, bool)
@@ -188,42 +222,33 @@ public:
         case date:
             return take(dateFromText({text, length}), m_entry.date);
         default:
+            return isIgnored() && isUnicode({text, length});
+        }
+    }
+
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool)
+    {
+        switch (currentKey()) {
+        case phaseRaw:
+            return take(numberFromText<qint64>({text, length}), m_entry.phaseRaw);
+        case seconds:
+            return take(numberFromText<double>({text, length}), m_entry.seconds);
+        case reps:
+            return take(numberFromText<qint64>({text, length}), m_entry.reps);
+        default:
             return isIgnored();
         }
     }
 
-    bool Int(int number) { return Int64(number); }
-    bool Uint(unsigned number) { return Int64(number); }
-
-    bool Int64(std::int64_t number)
-    {
-        switch (currentKey()) {
-        case phaseRaw:
-            return take(std::optional<qint64>(number), m_entry.phaseRaw);
-        case reps:
-            return take(std::optional<qint64>(number), m_entry.reps);
-        default:
-            return Double(static_cast<double>(number));
-        }
-    }
-
-    bool Uint64(std::uint64_t number)
-    {
-        if (number <= static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()))
-            return Int64(static_cast<std::int64_t>(number));
-        return Double(static_cast<double>(number));
-    }
-
-    bool Double(double number)
-    {
-        if (currentKey() == seconds)
-            return take(std::optional<double>(number), m_entry.seconds);
-        return isIgnored();
-    }
+    // The parser hands on all numbers as text: it would take some for the nearest it knows.
+    bool Int(int) { return false; }
+    bool Uint(unsigned) { return false; }
+    bool Int64(std::int64_t) { return false; }
+    bool Uint64(std::uint64_t) { return false; }
+    bool Double(double) { return false; }
 
     bool Bool(bool) { return isIgnored(); }
     bool Null() { return isIgnored(); }
-    bool RawNumber(const char*, rapidjson::SizeType, bool) { return false; }
 
 private:
     enum Key : unsigned { unknown = 0, id = 1, date = 2, phaseRaw = 4, seconds = 8, reps = 16 };
@@ -287,33 +312,35 @@ private:
 
 } // namespace
 
-std::optional<QByteArray> toJson(const std::vector<SessionEntry>& entries)
+bool writeJson(const std::vector<SessionEntry>& entries, const Append& append)
 {
-    QByteArray json;
-    json.reserve(static_cast<qsizetype>(entries.size()) * usualEntryText + 2);
-    json.append('[');
-    std::array<char, longestEntryText> text{};
+    const auto room =
+        std::min(entries.size() * longestEntryText, std::size_t{pieceSize}) + longestEntryText;
+    const std::unique_ptr<char[]> piece(new char[room]); // not cleared: it is written first
+    TextWriter writer(piece.get());
+    writer << std::string_view("[");
     for (const SessionEntry& entry : entries) {
-        const auto date = dateText(entry.date);
-        if (!date || !std::isfinite(entry.seconds))
-            return std::nullopt;
         if (&entry != &entries.front())
-            json.append(',');
-        TextWriter writer(text.data());
-        writer << std::string_view(R"({"id":")") << entry.id << std::string_view(R"(","date":")")
-               << std::string_view(date->data(), date->size())
-               << std::string_view(R"(","phaseRaw":)") << entry.phaseRaw
+            writer << std::string_view(",");
+        writer << std::string_view(R"({"id":")") << entry.id << std::string_view(R"(","date":")");
+        if (!writer.putDate(entry.date) || !std::isfinite(entry.seconds))
+            return false;
+        writer << std::string_view(R"(","phaseRaw":)") << entry.phaseRaw
                << std::string_view(R"(,"seconds":)") << entry.seconds
                << std::string_view(R"(,"reps":)") << entry.reps << std::string_view("}");
-        json.append(text.data(), writer.position() - text.data());
+        if (writer.position() - piece.get() >= pieceSize) {
+            if (!append({piece.get(), writer.position()}))
+                return false;
+            writer = TextWriter(piece.get());
+        }
     }
-    json.append(']');
-    return json;
+    writer << std::string_view("]");
+    return append({piece.get(), writer.position()});
 }
 
 std::optional<std::vector<SessionEntry>> entriesFromJson(const QByteArray& json)
 {
-    constexpr unsigned flags = rapidjson::kParseFullPrecisionFlag |
+    constexpr unsigned flags = rapidjson::kParseNumbersAsStringsFlag |
                                rapidjson::kParseValidateEncodingFlag |
                                rapidjson::kParseIterativeFlag;
     constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");

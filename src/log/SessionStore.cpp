@@ -31,8 +31,8 @@ void SessionStore::log(Phase phase, double seconds, qint64 reps)
 
 void SessionStore::save()
 {
-    if (const auto json = toJson(entries()))
-        replaceFile(m_fileSystem, m_path, *json);
+    replaceFile(m_fileSystem, m_path,
+                [this](const WritePiece& write) { return writeJson(entries(), write); });
 }
 
 double SessionStore::totalSittingSeconds() const

@@ -112,6 +112,29 @@ TEST_F(DurableLink, AFolderThatIsALinkStaysOne)
     EXPECT_EQ(contentOf(named(root / "elsewhere/sessions.json")), textOf(history));
 }
 
+TEST_F(DurableLink, ARelativeLinkStartsFromTheRealFolderWhenThatIsReachedOverALink)
+{
+    fs::create_directories(root / "deep/er/Vantora");
+    fs::create_directories(root / "deep/sync");
+    fs::remove(log.parent_path());
+    fs::create_directory_symlink("../deep/er/Vantora", log.parent_path());
+    fs::create_symlink("../../sync/real.json", log);
+    putContent(named(root / "deep/sync/real.json"), "[]");
+    const auto history = logMore();
+    EXPECT_EQ(contentOf(named(root / "deep/sync/real.json")), textOf(history));
+    EXPECT_FALSE(fs::exists(root / "sync/real.json"));
+    EXPECT_EQ(SessionStore(clock, fileSystem, named(log)).entries().size(), 3U);
+}
+
+TEST_F(DurableLink, ALinkWhoseTargetIsNoUtf8IsFollowed)
+{
+    const fs::path target = real.parent_path() / "gr\xFC\xDF.json";
+    fs::create_symlink(target, log);
+    const auto history = logMore();
+    EXPECT_TRUE(fs::exists(target));
+    EXPECT_EQ(SessionStore(clock, fileSystem, named(log)).entries().size(), 3U);
+}
+
 TEST_F(DurableLink, ALoopOfLinksIsAnEmptyHistoryAndLosesNothing)
 {
     fs::create_symlink("sessions.json", log);

@@ -1,8 +1,8 @@
 #include "FaultyFileSystem.h"
 #include "Histories.h"
+#include "InOnePiece.h"
 #include "LogFolder.h"
 #include "Unprivileged.h"
-#include "log/DurableFile.h"
 #include "log/SessionStore.h"
 #include "support/ManualClock.h"
 
@@ -112,7 +112,10 @@ TEST(DurableSave, WhicheverCallFailsTheFileIsTheWholeOldOrTheWholeNewOne)
                     save.fileSystem.faultError = error;
                     save.fileSystem.removingFails = removingFails;
                     save.run();
-                    if (static_cast<std::ptrdiff_t>(number) <= placeOf(calls, "rename"))
+                    // What may not be opened is cleared away, and opened again.
+                    const bool isMended = calls[number] == "open" && error == EACCES;
+                    if (static_cast<std::ptrdiff_t>(number) <= placeOf(calls, "rename") &&
+                        !isMended)
                         EXPECT_TRUE(save.isOld()) << save.content();
                     else
                         EXPECT_TRUE(save.isNew()) << save.content();

@@ -1,7 +1,7 @@
 #include "Histories.h"
+#include "InOnePiece.h"
 #include "LogFolder.h"
 #include "QuickFileSystem.h"
-#include "log/DurableFile.h"
 
 #include <gtest/gtest.h>
 
@@ -107,6 +107,6 @@ TEST_F(DurableWrite, ADiskThatIsFullAfterAnyByteFailsTheSave)
 TEST_F(DurableWrite, AnEmptyContentNeedsNoWrite)
 {
     fileSystem.outcome = [](size_t, size_t) { return -EIO; };
-    EXPECT_TRUE(replaceFile(fileSystem, folder.file(), {}));
+    EXPECT_TRUE(replaceFile(fileSystem, folder.file(), QByteArray()));
     EXPECT_EQ(contentOf(folder.file()), "");
 }

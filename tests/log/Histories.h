@@ -1,7 +1,7 @@
 #pragma once
 
+#include "InOnePiece.h"
 #include "log/SessionEntry.h"
-#include "log/SessionJson.h"
 
 #include <string>
 #include <vector>

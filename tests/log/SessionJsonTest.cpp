@@ -173,7 +173,7 @@ TEST(SessionJson, UnknownKeysAreIgnoredWhateverTheyHold)
          {"null", "true", "false", "0", "-7", "1.5e-3", "18446744073709551616", R"("")",
           R"("text")", R"("2025-03-14T09:26:53.5Z")", R"("\ud83e\ude91\\\"\/\b\f\n\r\t")",
           "\"\xF0\x9F\xAA\x91\"", "[]", "{}", "[[],[[]],{}]", R"([1,"two",null,{"three":[false]}])",
-          R"({"id":1,"date":null,"phaseRaw":[],"seconds":{},"reps":"none"})",
+          "-1e-999", R"({"id":1,"date":null,"phaseRaw":[],"seconds":{},"reps":"none"})",
           R"([{"id":"x","reps":{"reps":[{"reps":null}]}}])"})
         expectMorning(withExtra(std::string(R"("extra":)") + value));
 }
@@ -416,4 +416,9 @@ TEST(SessionJson, ADateOutsideFourDigitYearsHasNoText)
         EXPECT_FALSE(toJson({entry})) << seconds;
         EXPECT_FALSE(toJson({morning, entry})) << seconds;
     }
+}
+
+TEST(SessionJson, AMinusBeforeAZeroIsKept)
+{
+    EXPECT_TRUE(std::signbit(secondsRead("-0").value()));
 }

@@ -1,7 +1,8 @@
 #include "FaultyFileSystem.h"
 #include "Histories.h"
+#include "InOnePiece.h"
 #include "LogFolder.h"
-#include "log/DurableFile.h"
+#include "Unprivileged.h"
 #include "log/SessionStore.h"
 #include "support/ManualClock.h"
 
@@ -10,12 +11,47 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
+#include <functional>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 const QStringList theFileAlone{QStringLiteral("sessions.json")};
+
+/// A save during whose last step another process starts to write: it takes the draft and gets half
+/// way before this one goes on.
+class OtherWriterBeforeRename : public QuickFileSystem
+{
+public:
+    int rename(const QByteArray& from, const QByteArray& to) override
+    {
+        struct HalfWriter : QuickFileSystem
+        {
+            std::function<void()> halfWay;
+
+            ssize_t write(int file, const char* data, size_t size) override
+            {
+                QuickFileSystem::write(file, data, size / 2);
+                halfWay();
+                errno = EIO;
+                return -1;
+            }
+            int remove(const QByteArray&) override { return 0; }
+        };
+        int result = -1;
+        bool renamed = false;
+        HalfWriter other;
+        other.halfWay = [&] {
+            result = QuickFileSystem::rename(from, to);
+            renamed = true;
+        };
+        replaceFile(other, QFile::decodeName(to),
+                    QByteArray::fromStdString(textOf(historyOf(9, 2))));
+        return renamed ? result : QuickFileSystem::rename(from, to);
+    }
+};
 
 class SharedLog : public testing::Test
 {
@@ -141,4 +177,37 @@ TEST_F(SharedLog, ASaveWithinTheSaveOfAnotherStoreLeavesAWholeFile)
         EXPECT_EQ(folder.names(), theFileAlone);
     }
     EXPECT_GT(looks, 10U);
+}
+
+TEST_F(SharedLog, ADraftThatAnotherProcessHasTakenIsNotPutInPlace)
+{
+    const std::string oldText = textOf(historyOf(3));
+    const std::string newText = textOf(historyOf(5, 1));
+    putContent(folder.file(), oldText);
+    OtherWriterBeforeRename fileSystem;
+    replaceFile(fileSystem, folder.file(), QByteArray::fromStdString(newText));
+    const std::string content = contentOf(folder.file());
+    EXPECT_TRUE(content == oldText || content == newText) << content;
+}
+
+TEST_F(SharedLog, ADraftOfAFileThatMayOnlyBeReadDoesNotBlockTheNextSaves)
+{
+    putContent(folder.file(), "[]");
+    putContent(QFile::decodeName(draft()), "half");
+    const Unprivileged user(folder);
+    for (const QByteArray& path : {QFile::encodeName(folder.file()), draft()})
+        std::filesystem::permissions(path.toStdString(), std::filesystem::perms::owner_read);
+    SessionStore store(clock, plain, folder.file());
+    store.log(Phase::sitting, 1500, 0);
+    EXPECT_EQ(contentOf(folder.file()), textOf(store.entries()));
+}
+
+TEST_F(SharedLog, APipeInPlaceOfTheDraftIsNotWaitedFor)
+{
+    ASSERT_EQ(::mkfifo(draft().constData(), 0600), 0);
+    SessionStore store(clock, plain, folder.file());
+    ::alarm(5);
+    store.log(Phase::sitting, 1500, 0);
+    ::alarm(0);
+    EXPECT_EQ(store.entries().size(), 1U);
 }
