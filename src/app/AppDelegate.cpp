@@ -9,9 +9,14 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
 
+#include <chrono>
 #include <cmath>
+#include <utility>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -80,7 +85,11 @@ void AppDelegate::applicationDidFinishLaunching()
                     Qt::QueuedConnection);
             });
     updateStatusItem();
-    m_statusItem->start();
+
+    // The tray can wait for the widget's first frame, but not for ever.
+    connect(m_panel.get(), &FloatingPanel::firstFramePainted, m_statusItem.get(),
+            &StatusItem::start);
+    QTimer::singleShot(1s, m_statusItem.get(), &StatusItem::start);
 }
 
 void AppDelegate::setUpStatusItem()
@@ -106,8 +115,6 @@ void AppDelegate::setUpStatusItem()
     add(QStringLiteral("Quit Vantora"), &AppDelegate::quit, Qt::CTRL | Qt::Key_Q);
     connect(m_menu.get(), &QMenu::aboutToShow, this, &AppDelegate::menuWillOpen);
 
-    // The keys work, and the right button opens the menu, in the widget as well.
-    m_panel->addActions(m_menu->actions());
     m_panel->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_panel.get(), &QWidget::customContextMenuRequested, this,
             [this](QPoint at) { m_menu->popup(m_panel->mapToGlobal(at)); });

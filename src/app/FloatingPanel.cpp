@@ -10,6 +10,7 @@
 #include <QScreen>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -46,7 +47,7 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
 
     m_moveSettled.setSingleShot(true);
     m_moveSettled.setInterval(settledAfter);
-    connect(&m_moveSettled, &QTimer::timeout, this, &FloatingPanel::savePosition);
+    connect(&m_moveSettled, &QTimer::timeout, this, &FloatingPanel::moveHasSettled);
 }
 
 FloatingPanel::~FloatingPanel()
@@ -83,8 +84,12 @@ void FloatingPanel::orderOut()
 void FloatingPanel::resizeAnimated(bool compact)
 {
     m_resize.stop();
-    m_resize.setStartValue(size());
-    m_resize.setEndValue(WidgetView::preferredSize(compact));
+    {
+        // An animation that stands at its end would give out its new end value at once.
+        const QSignalBlocker blocker(m_resize);
+        m_resize.setStartValue(size());
+        m_resize.setEndValue(WidgetView::preferredSize(compact));
+    }
     if (isVisible())
         m_resize.start();
     else
@@ -98,6 +103,19 @@ void FloatingPanel::showEvent(QShowEvent*)
     QTimer::singleShot(0, this, [this] { settleAfterShow(*this); });
 }
 
+void FloatingPanel::hideEvent(QHideEvent*)
+{
+    m_pressed = false;
+    m_dragging = false;
+}
+
+void FloatingPanel::paintEvent(QPaintEvent*)
+{
+    // The view paints; a pass later its frame is on the screen.
+    if (!std::exchange(m_painted, true))
+        QMetaObject::invokeMethod(this, &FloatingPanel::firstFramePainted, Qt::QueuedConnection);
+}
+
 void FloatingPanel::resizeEvent(QResizeEvent*)
 {
     m_rootView->setGeometry(rect());
@@ -106,8 +124,10 @@ void FloatingPanel::resizeEvent(QResizeEvent*)
 void FloatingPanel::moveEvent(QMoveEvent* event)
 {
     // While it is dragged, these events tell of places that it has left already. At other times a
-    // window manager has moved it, on the user's behalf.
-    if (m_dragging || !isVisible() || event->pos() == m_topLeft || event->pos().isNull())
+    // window manager has moved it, on the user's behalf. After the first show Qt may take a window
+    // to be at (0, 0) that is not.
+    if (m_dragging || !isVisible() || event->pos() == m_topLeft ||
+        (event->pos().isNull() && !isAtOrigin(*this)))
         return;
     m_topLeft = event->pos();
     m_moveSettled.start();
@@ -115,10 +135,12 @@ void FloatingPanel::moveEvent(QMoveEvent* event)
 
 void FloatingPanel::mousePressEvent(QMouseEvent* event)
 {
-    m_pressed = event->button() == Qt::LeftButton;
+    if (event->button() != Qt::LeftButton)
+        return;
+    m_pressed = true;
     m_dragging = false;
     m_pressedAt = event->globalPosition().toPoint();
-    m_grabbedAt = m_pressedAt - m_topLeft;
+    m_grabbedAt = event->position().toPoint();
 }
 
 void FloatingPanel::mouseMoveEvent(QMouseEvent* event)
@@ -132,10 +154,24 @@ void FloatingPanel::mouseMoveEvent(QMouseEvent* event)
     }
 }
 
-void FloatingPanel::mouseReleaseEvent(QMouseEvent*)
+void FloatingPanel::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (event->button() != Qt::LeftButton)
+        return;
     m_pressed = false;
     m_dragging = false;
+}
+
+void FloatingPanel::moveHasSettled()
+{
+    if (m_dragging) {
+        m_moveSettled.start();
+        return;
+    }
+    // A window manager may have stopped it short of where it was dragged.
+    if (!pos().isNull() || isAtOrigin(*this))
+        m_topLeft = pos();
+    savePosition();
 }
 
 void FloatingPanel::savePosition()

@@ -27,8 +27,14 @@ public:
     /// Grows or shrinks to the size of the other form; the top left corner stays.
     void resizeAnimated(bool compact);
 
+Q_SIGNALS:
+    /// The first frame has been painted; what could wait for it may begin.
+    void firstFramePainted();
+
 protected:
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -38,6 +44,7 @@ protected:
 private:
     void place();
     void moveTo(QPoint topLeft);
+    void moveHasSettled();
     void savePosition();
 
     SettingsStore& m_settings;
@@ -49,4 +56,5 @@ private:
     QPoint m_pressedAt; ///< of the pointer, on the screen
     bool m_pressed = false;
     bool m_dragging = false;
+    bool m_painted = false;
 };

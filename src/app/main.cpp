@@ -31,9 +31,8 @@ QString soundFolder()
 
 int main(int argc, char* argv[])
 {
-    TerminationSignals terminationSignals; // before there are threads that would get them
     QApplication application(argc, argv);
-    terminationSignals.quitWhenReceived();
+    const TerminationSignals terminationSignals;
     QApplication::setApplicationName(QStringLiteral("Vantora"));
     QApplication::setApplicationVersion(QStringLiteral(VANTORA_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("io.github.vantora.Vantora"));

@@ -1,6 +1,7 @@
 #include "core/NextPass.h"
 
 #include <memory>
+#include <utility>
 
 void onNextPass(Observable& observed, QObject* context, std::function<void()> read)
 {

@@ -72,8 +72,8 @@ std::optional<QByteArray> realFolder(const QByteArray& folder)
     return QByteArray(real.get());
 }
 
-/// The absolute path that the links at `path` lead to in the end, whether or not a file is there, or
-/// even a folder for it. Nothing when they go in a circle.
+/// The absolute path that the links at `path` lead to in the end, whether or not a file is there,
+/// or even a folder for it. Nothing when they go in a circle.
 std::optional<QByteArray> followLinks(QByteArray path)
 {
     for (int links = 0; links <= mostLinks; ++links) {
@@ -109,7 +109,8 @@ OpenFile openDraft(FileSystem& fileSystem, const QByteArray& path)
 /// between our opening and our locking it: then it is no longer the one at `path`.
 bool lockFile(FileSystem& fileSystem, const OpenFile& file, const QByteArray& path)
 {
-    if (fileSystem.lock(file.descriptor()) != 0)
+    // Where files cannot be locked at all, a history that is not saved would be worse.
+    if (fileSystem.lock(file.descriptor()) != 0 && errno == EWOULDBLOCK)
         return false;
     struct stat locked = {};
     struct stat named = {};
@@ -189,8 +190,8 @@ bool replaceFile(FileSystem& fileSystem, const QString& path,
     OpenFile file = openDraft(fileSystem, draft);
     if (!file || !lockFile(fileSystem, file, draft))
         return false;
-    if (fileSystem.truncate(file.descriptor()) != 0 || !writePieces(fileSystem, file, produce) ||
-        !keepMode(fileSystem, file, *target) || fileSystem.sync(file.descriptor()) != 0 ||
+    if (fileSystem.truncate(file.descriptor()) != 0 || !keepMode(fileSystem, file, *target) ||
+        !writePieces(fileSystem, file, produce) || fileSystem.sync(file.descriptor()) != 0 ||
         fileSystem.rename(draft, *target) != 0) {
         fileSystem.remove(draft);
         return false;

@@ -26,6 +26,18 @@ xcb_connection_t* x11Connection()
     return x11 ? x11->connection() : nullptr;
 }
 
+/// Replies of the X server belong to the caller.
+template <typename Reply>
+std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply)
+{
+    return {reply, &std::free};
+}
+
+xcb_window_t rootOf(xcb_connection_t* connection)
+{
+    return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+}
+
 struct Atoms
 {
     explicit Atoms(xcb_connection_t* connection)
@@ -48,8 +60,7 @@ struct Atoms
                 xcb_intern_atom(connection, 0, static_cast<uint16_t>(strlen(names[i])), names[i]);
         }
         for (std::size_t i = 0; i < names.size(); ++i) {
-            const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
-                xcb_intern_atom_reply(connection, cookies[i], nullptr), &std::free);
+            const auto reply = owned(xcb_intern_atom_reply(connection, cookies[i], nullptr));
             *values[i] = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
         }
     }
@@ -73,14 +84,13 @@ const Atoms& atoms(xcb_connection_t* connection)
 void request(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t what,
              std::array<uint32_t, 5> data)
 {
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
     message.type = what;
     std::copy(data.begin(), data.end(), message.data.data32);
-    xcb_send_event(connection, 0, root,
+    xcb_send_event(connection, 0, rootOf(connection),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));
 }
@@ -109,6 +119,17 @@ void prepareToShow(QWidget& window)
     const std::array states{atom.above, atom.sticky, atom.skipTaskbar, atom.skipPager};
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, id, atom.state, XCB_ATOM_ATOM, 32,
                         states.size(), states.data());
+}
+
+bool isAtOrigin(const QWidget& window)
+{
+    xcb_connection_t* connection = x11Connection();
+    if (!connection)
+        return window.pos().isNull();
+    const auto id = static_cast<xcb_window_t>(window.winId());
+    const auto place = owned(xcb_translate_coordinates_reply(
+        connection, xcb_translate_coordinates(connection, id, rootOf(connection), 0, 0), nullptr));
+    return place && place->dst_x == 0 && place->dst_y == 0;
 }
 
 void settleAfterShow(QWidget& window)

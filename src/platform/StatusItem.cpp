@@ -16,6 +16,8 @@
 #include <QGuiApplication>
 #include <QMenu>
 
+#include <utility>
+
 namespace {
 
 const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
@@ -26,11 +28,11 @@ QString itemService()
         .arg(QCoreApplication::applicationPid());
 }
 
-/// Where the icon's files are made: on the user's own memory-backed folder when there is one.
-QString iconFolderTemplate()
+/// Where the icon's file is made, in the user's own memory-backed folder; empty without one.
+QString iconFolder()
 {
-    const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR", QDir::tempPath());
-    return runtimeFolder + QStringLiteral("/vantora-XXXXXX");
+    const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return runtimeFolder.isEmpty() ? QString() : runtimeFolder + QStringLiteral("/vantora");
 }
 
 QDBusMessage busCall(const QString& method)
@@ -51,10 +53,17 @@ StatusItem::StatusItem(QMenu& menu, DrawIcon drawIcon)
             [this](QPoint at) { m_menu.popup(at.isNull() ? QCursor::pos() : at); });
 }
 
-StatusItem::~StatusItem() = default;
+StatusItem::~StatusItem()
+{
+    removeIconFile();
+    if (!iconFolder().isEmpty())
+        QDir().rmdir(iconFolder());
+}
 
 void StatusItem::start()
 {
+    if (std::exchange(m_started, true))
+        return;
     connectToSessionBus(this, [this](const QDBusConnection& bus) {
         if (bus.isConnected())
             useBus(bus);
@@ -74,6 +83,10 @@ void StatusItem::useBus(QDBusConnection bus)
                               QDBusConnection::ExportScriptableSignals;
     bus.registerObject(QLatin1String(StatusNotifierItem::objectPath), &m_item, exported);
     bus.registerObject(QLatin1String(StatusNotifierItem::menuPath), m_busMenu.get(), exported);
+
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                SLOT(busIsGone()));
 
     // No call to the watcher waits for its answer: a panel may be asking us something just then.
     auto* watcher = new QDBusServiceWatcher(watcherService, bus,
@@ -135,13 +148,20 @@ void StatusItem::setTitle(const QString& title)
         m_xembed->setTitle(title);
 }
 
+void StatusItem::busIsGone()
+{
+    useTrayOf({});
+}
+
 void StatusItem::redrawIcon()
 {
     if (!m_busHasTray && !m_xembed)
         return;
     const QList<QImage> sizes = m_drawIcon();
-    if (m_busHasTray)
+    if (m_busHasTray && sizes != m_icon) {
+        m_icon = sizes;
         m_item.setIcon(sizes, writeIconFile(sizes.last()));
+    }
     if (m_xembed)
         m_xembed->setIcon(sizes);
 }
@@ -150,12 +170,23 @@ void StatusItem::redrawIcon()
 /// cannot be written.
 QString StatusItem::writeIconFile(const QImage& icon)
 {
-    if (!m_iconFolder)
-        m_iconFolder = std::make_unique<QTemporaryDir>(iconFolderTemplate());
-    if (!m_iconFolder->isValid())
+    const QDir folder(iconFolder());
+    if (iconFolder().isEmpty() || !folder.mkpath(QStringLiteral(".")))
         return {};
+    removeIconFile();
+    if (m_iconFiles == 0) {
+        // A killed program may have left one.
+        for (const QString& file : folder.entryList({QStringLiteral("icon-*.png")}, QDir::Files))
+            QFile::remove(folder.filePath(file));
+    }
+    const QString path = folder.filePath(QStringLiteral("icon-%1-%2.png")
+                                             .arg(QCoreApplication::applicationPid())
+                                             .arg(++m_iconFiles));
+    return writePng(icon, path) ? path : QString();
+}
+
+void StatusItem::removeIconFile()
+{
     if (!m_item.iconName().isEmpty())
         QFile::remove(m_item.iconName());
-    const QString path = m_iconFolder->filePath(QStringLiteral("icon-%1.png").arg(++m_iconFiles));
-    return writePng(icon, path) ? path : QString();
 }

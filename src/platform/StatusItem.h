@@ -5,7 +5,6 @@
 #include <QDBusConnection>
 #include <QImage>
 #include <QObject>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
@@ -31,7 +30,7 @@ public:
     StatusItem(QMenu& menu, DrawIcon drawIcon);
     ~StatusItem() override;
 
-    /// Begins to look for a tray. Returns at once.
+    /// Begins to look for a tray. Returns at once; a second call does nothing.
     void start();
 
     QString title() const { return m_item.title(); }
@@ -46,14 +45,20 @@ private:
     void registerItem();
     void useXembed();
     QString writeIconFile(const QImage& icon);
+    void removeIconFile();
 
+private Q_SLOTS:
+    void busIsGone();
+
+private:
     QMenu& m_menu;
     StatusNotifierItem m_item;
     std::unique_ptr<BusMenu> m_busMenu;
     std::unique_ptr<XembedTray> m_xembed;
     std::optional<QDBusConnection> m_bus;
+    bool m_started = false;
     bool m_busHasTray = false;
     DrawIcon m_drawIcon;
-    std::unique_ptr<QTemporaryDir> m_iconFolder; ///< made with the first file in it
+    QList<QImage> m_icon; ///< as it was last given out
     int m_iconFiles = 0;
 };

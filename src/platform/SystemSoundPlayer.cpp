@@ -58,58 +58,67 @@ private:
     }
 };
 
-/// The end of a sound, which some backends report more than once.
-class SoundEnd
+/// One sound on its way through the sound system.
+struct Playback
 {
-public:
-    static void report(ca_context*, uint32_t, int, void* end)
+    ca_context* context = nullptr;
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool hasEnded = false;
+
+    /// Called from a thread of the sound system; by some backends more than once.
+    static void reportEnd(ca_context*, uint32_t, int, void* playback)
     {
-        auto* self = static_cast<SoundEnd*>(end);
-        const std::lock_guard lock(self->m_mutex);
-        self->m_reported = true;
-        self->m_condition.notify_one();
+        auto* self = static_cast<Playback*>(playback);
+        const std::lock_guard lock(self->mutex);
+        self->hasEnded = true;
+        self->changed.notify_one();
     }
 
-    void wait(std::chrono::seconds atMost)
+    void waitForEnd()
     {
-        std::unique_lock lock(m_mutex);
-        m_condition.wait_for(lock, atMost, [this] { return m_reported; });
+        std::unique_lock lock(mutex);
+        changed.wait_for(lock, longestSound, [this] { return hasEnded; });
     }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_condition;
-    bool m_reported = false;
 };
 
+/// Keeps this playback until the next one has ended, and lets go of the one before it. At once
+/// would be too early: the thread that reported the end may still be running code of a plugin that
+/// is unloaded with its last context.
+void retire(const Canberra& canberra, std::unique_ptr<Playback> playback)
+{
+    static std::atomic<Playback*> last = nullptr;
+    const std::unique_ptr<Playback> before(last.exchange(playback.release()));
+    if (before)
+        canberra.destroyContext(before->context);
+}
+
 /// Plays one sound to its end. With a context of its own, because a context whose server has gone
-/// stays silent for ever, and because nothing has to be kept in memory between two sounds.
+/// stays silent for ever.
 void playToEnd(const QByteArray& name, const QByteArray& file)
 {
     static const Canberra canberra;
     if (!canberra)
         return;
-    SoundEnd end; // destroyed after the context, which is the last to use it
-    ca_context* createdContext = nullptr;
-    if (canberra.createContext(&createdContext) != CA_SUCCESS)
+    auto playback = std::make_unique<Playback>();
+    if (canberra.createContext(&playback->context) != CA_SUCCESS)
         return;
-    const std::unique_ptr<ca_context, decltype(canberra.destroyContext)> context(
-        createdContext, canberra.destroyContext);
-    canberra.changeProperties(context.get(), CA_PROP_APPLICATION_NAME, "Vantora",
+    canberra.changeProperties(playback->context, CA_PROP_APPLICATION_NAME, "Vantora",
                               CA_PROP_APPLICATION_ID, "io.github.vantora.Vantora", nullptr);
 
-    ca_proplist* createdSound = nullptr;
-    if (canberra.createList(&createdSound) != CA_SUCCESS)
-        return;
-    const std::unique_ptr<ca_proplist, decltype(canberra.destroyList)> sound(createdSound,
-                                                                             canberra.destroyList);
-    canberra.set(sound.get(), CA_PROP_EVENT_ID, name.constData());
-    canberra.set(sound.get(), CA_PROP_MEDIA_FILENAME, file.constData());
-    canberra.set(sound.get(), CA_PROP_CANBERRA_XDG_THEME_NAME, "vantora");
-    canberra.set(sound.get(), CA_PROP_CANBERRA_CACHE_CONTROL, "never");
-    canberra.set(sound.get(), CA_PROP_MEDIA_ROLE, "event");
-    if (canberra.play(context.get(), 0, sound.get(), &SoundEnd::report, &end) == CA_SUCCESS)
-        end.wait(longestSound);
+    ca_proplist* sound = nullptr;
+    if (canberra.createList(&sound) == CA_SUCCESS) {
+        canberra.set(sound, CA_PROP_EVENT_ID, name.constData());
+        canberra.set(sound, CA_PROP_MEDIA_FILENAME, file.constData());
+        canberra.set(sound, CA_PROP_CANBERRA_XDG_THEME_NAME, "vantora");
+        canberra.set(sound, CA_PROP_CANBERRA_CACHE_CONTROL, "never");
+        canberra.set(sound, CA_PROP_MEDIA_ROLE, "event");
+        if (canberra.play(playback->context, 0, sound, &Playback::reportEnd, playback.get()) ==
+            CA_SUCCESS)
+            playback->waitForEnd();
+        canberra.destroyList(sound);
+    }
+    retire(canberra, std::move(playback));
 }
 
 } // namespace

@@ -3,47 +3,57 @@
 #include <QCoreApplication>
 #include <QSocketNotifier>
 
+#include <array>
 #include <csignal>
-#include <sys/signalfd.h>
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace {
 
-sigset_t terminationSignals()
+constexpr std::array terminationSignals{SIGTERM, SIGINT, SIGHUP};
+
+/// What an orderly quit may take, in seconds.
+constexpr unsigned longestQuit = 5;
+
+/// Counts the signals that came; a signal handler can reach nothing else.
+int signalCounter = -1;
+
+void noteSignal(int)
 {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&signals, signal);
-    return signals;
+    constexpr uint64_t one = 1;
+    [[maybe_unused]] const ssize_t written = ::write(signalCounter, &one, sizeof one);
+    ::alarm(longestQuit); // an event loop that hangs never reads it
 }
 
 } // namespace
 
 TerminationSignals::TerminationSignals()
 {
-    const sigset_t signals = terminationSignals();
-    m_file = ::signalfd(-1, &signals, SFD_CLOEXEC);
-    if (m_file >= 0)
-        ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    signalCounter = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (signalCounter < 0)
+        return;
+    m_notifier = std::make_unique<QSocketNotifier>(signalCounter, QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, QCoreApplication::instance(),
+                     [this] {
+                         m_notifier->setEnabled(false);
+                         QCoreApplication::quit();
+                     });
+    struct sigaction action = {};
+    action.sa_handler = noteSignal;
+    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+    for (const int signal : terminationSignals) {
+        struct sigaction before = {};
+        ::sigaction(signal, nullptr, &before);
+        if (before.sa_handler != SIG_IGN) // as nohup wants it
+            ::sigaction(signal, &action, nullptr);
+    }
 }
 
 TerminationSignals::~TerminationSignals()
 {
+    for (const int signal : terminationSignals)
+        ::signal(signal, SIG_DFL);
     m_notifier.reset();
-    if (m_file >= 0)
-        ::close(m_file);
-}
-
-void TerminationSignals::quitWhenReceived()
-{
-    if (m_file < 0)
-        return;
-    m_notifier = std::make_unique<QSocketNotifier>(m_file, QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, QCoreApplication::instance(),
-                     [this] {
-                         // Not read: a second one would say the same.
-                         m_notifier->setEnabled(false);
-                         QCoreApplication::quit();
-                     });
+    if (signalCounter >= 0)
+        ::close(signalCounter);
 }

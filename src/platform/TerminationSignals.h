@@ -4,21 +4,19 @@
 
 class QSocketNotifier;
 
-/// Turns the signals that ask a process to end, as at the end of a session, into an orderly quit.
+/// Turns the first signal that asks the process to end, as at the end of a session, into an orderly
+/// quit. If that does not end it within some seconds, or a second one comes, it ends as it would
+/// have without this.
 class TerminationSignals
 {
 public:
-    /// Holds the signals back, in this thread and in those that it starts from now on.
+    /// Needs the application object. There is one at a time.
     TerminationSignals();
     ~TerminationSignals();
 
     TerminationSignals(const TerminationSignals&) = delete;
     TerminationSignals& operator=(const TerminationSignals&) = delete;
 
-    /// Quits the application when one comes, or has come. Needs the application object.
-    void quitWhenReceived();
-
 private:
-    int m_file; ///< readable when a signal has come; −1 if there is no such thing
     std::unique_ptr<QSocketNotifier> m_notifier;
 };

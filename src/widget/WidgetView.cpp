@@ -24,15 +24,15 @@ struct Line
 
     QRect within(const QRect& card) const
     {
-        QRect row(0, 0, card.width(), pixelSize * 3 / 2);
+        QRect row(0, 0, card.width(), pixelSize * 5 / 4);
         row.moveCenter({card.center().x(), card.top() + qRound(middle * card.height())});
         return row;
     }
 };
 
-constexpr double titleMiddle = 0.28;
+constexpr double titleMiddle = 0.2;
 constexpr double readoutMiddle = 0.52;
-constexpr double hintMiddle = 0.78;
+constexpr double hintMiddle = 0.84;
 
 bool isFull(const QRect& card)
 {
@@ -147,7 +147,8 @@ void WidgetView::mouseMoveEvent(QMouseEvent* event)
 
 void WidgetView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (std::exchange(m_mayBeTap, false) && m_engine.state() == TimerEngine::State::complete)
+    if (event->button() == Qt::LeftButton && std::exchange(m_mayBeTap, false) &&
+        m_engine.state() == TimerEngine::State::complete)
         m_engine.advance(false);
     event->ignore();
 }

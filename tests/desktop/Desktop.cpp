@@ -4,6 +4,7 @@
 
 #include <xcb/xtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -162,19 +163,34 @@ xcb_window_t Desktop::openOtherWindow(const QRect& geometry) const
     return window;
 }
 
-void Desktop::activate(xcb_window_t window) const
+void Desktop::request(xcb_window_t window, const char* what, std::array<uint32_t, 5> data) const
 {
-    constexpr uint32_t sourceTaskBar = 2;
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = window;
-    message.type = atom("_NET_ACTIVE_WINDOW");
-    message.data.data32[0] = sourceTaskBar;
+    message.type = atom(what);
+    std::copy(data.begin(), data.end(), message.data.data32);
     xcb_send_event(m_connection, 0, m_root,
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));
     xcb_flush(m_connection);
+}
+
+void Desktop::activate(xcb_window_t window) const
+{
+    constexpr uint32_t sourceTaskBar = 2;
+    request(window, "_NET_ACTIVE_WINDOW", {sourceTaskBar});
+}
+
+void Desktop::place(xcb_window_t window, QPoint topLeft) const
+{
+    constexpr uint32_t northWest = 1;
+    constexpr uint32_t hasX = 1 << 8;
+    constexpr uint32_t hasY = 1 << 9;
+    request(window, "_NET_MOVERESIZE_WINDOW",
+            {northWest | hasX | hasY, static_cast<uint32_t>(topLeft.x()),
+             static_cast<uint32_t>(topLeft.y())});
 }
 
 void Desktop::raise(xcb_window_t window) const

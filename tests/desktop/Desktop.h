@@ -7,7 +7,7 @@
 
 #include <xcb/xcb.h>
 
-#include <optional>
+#include <array>
 
 /// The display of a world as its user and its window manager see it.
 class Desktop
@@ -46,6 +46,9 @@ public:
     /// Gives a window the focus, as a task bar does.
     void activate(xcb_window_t window) const;
 
+    /// Has the window manager move a window, as its own keys do.
+    void place(xcb_window_t window, QPoint topLeft) const;
+
     void raise(xcb_window_t window) const;
     void moveTo(QPoint at) const;
     void press(QPoint at, int button = 1) const;
@@ -56,6 +59,7 @@ public:
     QImage picture(const QRect& area) const;
 
 private:
+    void request(xcb_window_t window, const char* what, std::array<uint32_t, 5> data) const;
     bool isSet(xcb_window_t window, const char* name) const;
     QString titleOf(xcb_window_t window) const;
     bool isViewable(xcb_window_t window) const;

@@ -1,5 +1,7 @@
 #include "DesktopTest.h"
 
+#include <QDir>
+
 TEST_F(DesktopTest, aTrayThatStartsLaterGetsTheItem)
 {
     startVantora({QStringLiteral("--demo")});
@@ -20,6 +22,23 @@ TEST_F(DesktopTest, aTrayThatComesBackGetsTheItemAgain)
     ASSERT_TRUE(host.clickLine(QStringLiteral("Skip to Next Phase")));
     EXPECT_TRUE(titleBecomes(QStringLiteral("\U0001F9CD 15:00")) ||
                 titleBecomes(QStringLiteral("\U0001F9CD 14:59")));
+}
+
+TEST_F(DesktopTest, theProgramCountsOnWhenTheBusIsGone)
+{
+    startWithHost();
+    const QString folder = world.path(QStringLiteral("runtime/vantora"));
+    world.killBus();
+    const QRect area = desktop.geometry(widget());
+    const QImage before = desktop.picture(area);
+    ASSERT_TRUE(waitUntil([&] { return desktop.picture(area) != before; }));
+    const QStringList files = QDir(folder).entryList(QDir::Files);
+    const QImage second = desktop.picture(area);
+    ASSERT_TRUE(waitUntil([&] { return desktop.picture(area) != second; }));
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files), files) << "icons that nobody sees";
+    vantora->terminate();
+    EXPECT_TRUE(endsByItself());
+    EXPECT_EQ(vantora->exitCode(), 0);
 }
 
 TEST_F(DesktopTest, withoutATrayTheSameMenuOpensOnTheWidget)

@@ -24,6 +24,9 @@ public:
     void start();
     void stop();
 
+    /// Asks this item from now on, without being its tray.
+    void ask(const QString& item) { m_item = item; }
+
     /// The bus name of the last item that registered since start(); empty before.
     QString item() const { return m_item; }
 

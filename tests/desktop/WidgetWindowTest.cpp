@@ -100,6 +100,43 @@ TEST_F(DesktopTest, theWidgetIsDraggedExactlyAndComesBackToItsPlace)
     EXPECT_EQ(desktop.geometry(widget()).topLeft(), place);
 }
 
+TEST_F(DesktopTest, aPlaceGivenByTheWindowManagerIsKeptToo)
+{
+    startVantora();
+    for (const QPoint place : {QPoint(400, 200), QPoint(0, 0)}) {
+        desktop.place(widget(), place);
+        ASSERT_TRUE(waitUntil([&] { return desktop.geometry(widget()).topLeft() == place; }));
+        const QByteArray saved =
+            QStringLiteral("VantoraWidget=%1 %2 ").arg(place.x()).arg(place.y()).toUtf8();
+        EXPECT_TRUE(
+            waitUntil([&] { return World::readFile(world.settingsPath()).contains(saved); }));
+    }
+    // A drag goes on from there.
+    const QPoint middle = desktop.geometry(widget()).center();
+    desktop.press(middle);
+    desktop.moveTo(middle + QPoint(100, 100));
+    desktop.moveTo(middle + QPoint(300, 300));
+    desktop.release();
+    EXPECT_TRUE(
+        waitUntil([&] { return desktop.geometry(widget()).topLeft() == QPoint(300, 300); }));
+}
+
+TEST_F(DesktopTest, aDragThatTheWindowManagerStopsIsSavedWhereItEnded)
+{
+    startVantora();
+    const QPoint middle = desktop.geometry(widget()).center();
+    desktop.press(middle);
+    desktop.moveTo(middle + QPoint(0, 500));
+    desktop.moveTo(middle + QPoint(140, 890));
+    desktop.release();
+    EXPECT_TRUE(waitUntil([&] {
+        const QPoint at = desktop.geometry(widget()).topLeft();
+        const QByteArray saved =
+            QStringLiteral("VantoraWidget=%1 %2 ").arg(at.x()).arg(at.y()).toUtf8();
+        return at != QPoint(1646, 24) && World::readFile(world.settingsPath()).contains(saved);
+    }));
+}
+
 TEST_F(DesktopTest, aClickWithAShakyHandMovesNothing)
 {
     startVantora();

@@ -67,6 +67,7 @@ World::World(Bus bus)
                    QStringLiteral("--print-address"),
                    QStringLiteral("--address=unix:path=") + path(QStringLiteral("bus"))});
         m_busAddress = firstLine(daemon);
+        m_bus = &daemon;
         m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_busAddress);
     }
     start(QStringLiteral("openbox"));
@@ -102,6 +103,11 @@ QProcess& World::start(const QString& program, const QStringList& arguments)
 QProcess& World::startVantora(const QStringList& arguments)
 {
     return start(QStringLiteral(VANTORA_PROGRAM), arguments);
+}
+
+void World::killBus()
+{
+    kill(*m_bus);
 }
 
 void World::kill(QProcess& process)

@@ -23,6 +23,9 @@ public:
     /// Starts a program in this world. It belongs to the world.
     QProcess& start(const QString& program, const QStringList& arguments = {});
 
+    /// Ends the session bus at once.
+    void killBus();
+
     /// Starts Vantora in this world.
     QProcess& startVantora(const QStringList& arguments = {});
 
@@ -52,5 +55,6 @@ private:
     QProcessEnvironment m_environment;
     QString m_display;
     QString m_busAddress;
+    QProcess* m_bus = nullptr;
     std::vector<std::unique_ptr<QProcess>> m_processes;
 };

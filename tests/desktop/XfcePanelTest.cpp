@@ -24,6 +24,15 @@ constexpr auto panelSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 </channel>
 )";
 
+/// The lines of the menu, by their middle as a part of its height.
+constexpr double hideWidgetLine = 0.2;
+constexpr double pauseLine = 0.32;
+constexpr double skipLine = 0.44;
+constexpr double restartCycleLine = 0.555;
+constexpr double settingsLine = 0.68;
+constexpr double logsLine = 0.8;
+constexpr double quitLine = 0.92;
+
 /// Where the panel puts its first item.
 constexpr QRect itemArea{2, 2, 24, 24};
 
@@ -52,23 +61,21 @@ protected:
         return dark > 100 && dark < 500; // without a panel all of it is dark
     }
 
-    /// Clicks a line of the open menu, by its middle as a part of the menu's height.
-    void clickLineAt(double part) const
+    /// Opens the menu with a button of the mouse, and clicks a line of it, by its middle as a part
+    /// of the menu's height.
+    void clickLineAt(double part, int button = 1) const
     {
+        desktop.click(itemArea.center(), button);
+        ASSERT_TRUE(waitUntil([this] { return !desktop.popups().isEmpty(); }));
         const QRect menu = desktop.geometry(desktop.popups().first());
         desktop.click({menu.center().x(), menu.top() + qRound(part * menu.height())});
-    }
-
-    bool openMenu() const
-    {
-        desktop.click(itemArea.center());
-        return waitUntil([this] { return !desktop.popups().isEmpty(); });
+        ASSERT_TRUE(waitUntil([this] { return desktop.popups().isEmpty(); }));
     }
 
     QProcess* panel = nullptr;
 };
 
-TEST_F(XfcePanelTest, theItemIsShownItsPictureFollowsAndItsMenuWorks)
+TEST_F(XfcePanelTest, theItemIsShownItsPictureFollowsAndEveryLineOfItsMenuWorks)
 {
     startPanel();
     startVantora({QStringLiteral("--demo")});
@@ -76,17 +83,46 @@ TEST_F(XfcePanelTest, theItemIsShownItsPictureFollowsAndItsMenuWorks)
     const QImage first = desktop.picture(itemArea);
     EXPECT_TRUE(waitUntil([&] { return desktop.picture(itemArea) != first; }));
 
-    ASSERT_TRUE(openMenu());
-    clickLineAt(0.2); // "Hide Widget"
+    host.ask(QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(vantora->processId()));
+    const auto titleBegins = [this](const QString& beginning) {
+        return waitUntil([&] { return host.title().startsWith(beginning); });
+    };
+    clickLineAt(hideWidgetLine);
     EXPECT_TRUE(waitUntil([this] { return widget() == 0; }));
-    ASSERT_TRUE(waitUntil([this] { return desktop.popups().isEmpty(); }));
-    ASSERT_TRUE(openMenu());
-    clickLineAt(0.2); // "Show Widget"
+    clickLineAt(hideWidgetLine); // now "Show Widget"
     EXPECT_TRUE(waitUntil([this] { return widget() != 0; }));
-    ASSERT_TRUE(waitUntil([this] { return desktop.popups().isEmpty(); }));
-    ASSERT_TRUE(openMenu());
-    clickLineAt(0.93); // "Quit Vantora"
+    clickLineAt(skipLine);
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001F9CD 0:0")));
+    clickLineAt(pauseLine);
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001F9CD ⏸ 0:0")));
+    clickLineAt(pauseLine); // now "Resume"
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001F9CD 0:0")));
+    clickLineAt(restartCycleLine);
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001FA91 0:")));
+    clickLineAt(settingsLine);
+    EXPECT_TRUE(waitUntil([this] { return panelWindow() != 0; }));
+    EXPECT_FALSE(QFile::exists(world.path(QStringLiteral("data/Vantora"))));
+    clickLineAt(logsLine);
+    EXPECT_TRUE(
+        waitUntil([this] { return QFile::exists(world.path(QStringLiteral("data/Vantora"))); }));
+    clickLineAt(quitLine);
     EXPECT_TRUE(endsByItself());
+}
+
+TEST_F(XfcePanelTest, theTitleFollowsTheCountdownInThePanel)
+{
+    startPanel();
+    startVantora({QStringLiteral("--demo")});
+    ASSERT_TRUE(waitUntil([this] { return itemIsShown(); }));
+    host.ask(QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(vantora->processId()));
+    QStringList titles;
+    EXPECT_TRUE(waitUntil([&] {
+        const QString title = host.title();
+        if (!titles.contains(title))
+            titles.append(title);
+        return title == QStringLiteral("\U0001FA91 ✓");
+    }));
+    EXPECT_GE(titles.size(), 9) << titles.join(u' ').toStdString();
 }
 
 TEST_F(XfcePanelTest, theItemComesBackWithThePanel)
