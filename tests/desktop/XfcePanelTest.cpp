@@ -36,6 +36,25 @@ constexpr double quitLine = 0.92;
 /// Where the panel puts its first item.
 constexpr QRect itemArea{2, 2, 24, 24};
 
+/// Whether the item is drawn: its dark disc is nowhere else on the light panel.
+bool itemIsShown(const Desktop& desktop)
+{
+    const QImage picture = desktop.picture(itemArea);
+    int dark = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            dark += qGray(picture.pixel(x, y)) < 60;
+    }
+    return dark > 100 && dark < 500; // without a panel all of it is dark
+}
+
+void writePanelSettings(const World& world)
+{
+    world.writeFile(
+        world.path(QStringLiteral("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml")),
+        panelSettings);
+}
+
 } // namespace
 
 class XfcePanelTest : public DesktopTest
@@ -43,29 +62,16 @@ class XfcePanelTest : public DesktopTest
 protected:
     void startPanel()
     {
-        world.writeFile(
-            world.path(QStringLiteral("config/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml")),
-            panelSettings);
+        writePanelSettings(world);
         panel = &world.start(QStringLiteral("xfce4-panel"), {QStringLiteral("--disable-wm-check")});
     }
 
-    /// Whether the item is drawn: its dark disc is nowhere else on the light panel.
-    bool itemIsShown() const
-    {
-        const QImage picture = desktop.picture(itemArea);
-        int dark = 0;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x)
-                dark += qGray(picture.pixel(x, y)) < 60;
-        }
-        return dark > 100 && dark < 500; // without a panel all of it is dark
-    }
+    bool itemIsShown() const { return ::itemIsShown(desktop); }
 
-    /// Opens the menu with a button of the mouse, and clicks a line of it, by its middle as a part
-    /// of the menu's height.
-    void clickLineAt(double part, int button = 1) const
+    /// Opens the menu and clicks a line of it, by its middle as a part of the menu's height.
+    void clickLineAt(double part) const
     {
-        desktop.click(itemArea.center(), button);
+        desktop.click(itemArea.center());
         ASSERT_TRUE(waitUntil([this] { return !desktop.popups().isEmpty(); }));
         const QRect menu = desktop.geometry(desktop.popups().first());
         desktop.click({menu.center().x(), menu.top() + qRound(part * menu.height())});
@@ -134,4 +140,31 @@ TEST_F(XfcePanelTest, theItemComesBackWithThePanel)
     ASSERT_TRUE(waitUntil([this] { return !itemIsShown(); }));
     startPanel();
     EXPECT_TRUE(waitUntil([this] { return itemIsShown(); }));
+}
+
+TEST(XembedTrayTest, aTrayOfTheXServerShowsTheItemAndItsMenu)
+{
+    // The panel has a bus of its own, which the program knows nothing of.
+    World world(World::Bus::none);
+    const Desktop desktop(world.display());
+    writePanelSettings(world);
+    QProcess& vantora = world.startVantora({QStringLiteral("--demo")});
+    world.start(QStringLiteral("dbus-run-session"),
+                {QStringLiteral("--"), QStringLiteral("xfce4-panel"),
+                 QStringLiteral("--disable-wm-check")});
+    ASSERT_TRUE(waitUntil([&] { return itemIsShown(desktop); }));
+    const QImage first = desktop.picture(itemArea);
+    EXPECT_TRUE(waitUntil([&] { return desktop.picture(itemArea) != first; }));
+    for (const int button : {3, 1}) {
+        desktop.click(itemArea.center(), button);
+        ASSERT_TRUE(waitUntil([&] { return !desktop.popups().isEmpty(); })) << button;
+        if (button == 1)
+            break;
+        desktop.click({900, 900});
+        ASSERT_TRUE(waitUntil([&] { return desktop.popups().isEmpty(); }));
+    }
+    const QRect menu = desktop.geometry(desktop.popups().first());
+    desktop.click({menu.center().x(), menu.top() + qRound(quitLine * menu.height())});
+    EXPECT_TRUE(waitUntil([&] { return vantora.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(vantora.exitCode(), 0);
 }
