@@ -109,8 +109,8 @@ OpenFile openDraft(FileSystem& fileSystem, const QByteArray& path)
 /// between our opening and our locking it: then it is no longer the one at `path`.
 bool lockFile(FileSystem& fileSystem, const OpenFile& file, const QByteArray& path)
 {
-    // Where files cannot be locked at all, a history that is not saved would be worse.
-    if (fileSystem.lock(file.descriptor()) != 0 && errno == EWOULDBLOCK)
+    // Where files cannot be locked at all, never to save would be worse.
+    if (fileSystem.lock(file.descriptor()) != 0 && errno != ENOLCK && errno != EOPNOTSUPP)
         return false;
     struct stat locked = {};
     struct stat named = {};

@@ -143,6 +143,21 @@ TEST(DurableSave, AFailedCallIsReported)
     }
 }
 
+TEST(DurableSave, AFileSystemWithoutLocksIsSavedToAllTheSame)
+{
+    const LogFolder folder;
+    for (const int error : {ENOLCK, EOPNOTSUPP}) {
+        FaultyFileSystem fileSystem;
+        ASSERT_TRUE(replaceFile(fileSystem, folder.file(), "old"));
+        const std::vector<std::string> calls = fileSystem.calls;
+        fileSystem = {};
+        fileSystem.faultAt = placeOf(calls, "lock");
+        fileSystem.faultError = error;
+        EXPECT_TRUE(replaceFile(fileSystem, folder.file(), "new"));
+        EXPECT_EQ(contentOf(folder.file()), "new");
+    }
+}
+
 TEST(DurableSave, AtEveryInstantOfASaveTheFileIsTheWholeOldOrTheWholeNewOne)
 {
     for (const bool hasOldFile : {false, true}) {
