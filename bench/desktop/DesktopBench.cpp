@@ -7,6 +7,7 @@
 #include "bench/desktop/World.h"
 
 #include <QCoreApplication>
+#include <QThread>
 
 #include <algorithm>
 #include <cstdio>
@@ -185,6 +186,7 @@ void run(std::chrono::seconds countdown)
     const MapWatch watch;
     if (!waitUntil([&] { return watch.isManaged(); }, startTakesAtMost))
         throw std::runtime_error("openbox does not start");
+    QThread::sleep(1); // while it goes on starting, it may overlook a window
     const TrayHost tray(world.busAddress());
 
     double load = 0;

@@ -8,6 +8,12 @@
 #include <QApplication>
 #include <QDir>
 #include <QStandardPaths>
+#include <QTimer>
+
+#include <chrono>
+#include <malloc.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -31,6 +37,8 @@ QString soundFolder()
 
 int main(int argc, char* argv[])
 {
+    // The few threads here hardly ever allocate; a heap of its own for each would be mostly unused.
+    ::mallopt(M_ARENA_MAX, 1);
     QApplication application(argc, argv);
     const TerminationSignals terminationSignals;
     QApplication::setApplicationName(QStringLiteral("Vantora"));
@@ -48,5 +56,7 @@ int main(int argc, char* argv[])
          userFolder(QStandardPaths::GenericDataLocation) + QStringLiteral("/sessions.json"),
          QCoreApplication::arguments()});
     delegate.applicationDidFinishLaunching();
+    // What only the start needed goes back to the system, once the tray has its first icon.
+    QTimer::singleShot(2s, &application, [] { ::malloc_trim(0); });
     return QApplication::exec();
 }
