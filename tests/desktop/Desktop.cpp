@@ -27,9 +27,14 @@ Desktop::Desktop(const QString& display)
     : m_connection(xcb_connect(display.toLatin1().constData(), nullptr))
     , m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root)
 {
-    // The list of its windows is the last thing that it sets up.
-    if (!waitUntil([this] { return isSet(m_root, "_NET_CLIENT_LIST"); }))
+    if (!waitUntil([this] { return isSet(m_root, "_NET_SUPPORTING_WM_CHECK"); }))
         qFatal("no window manager on %s", qPrintable(display));
+    // It says so before it takes up its work: see it done with a first window.
+    const xcb_window_t first = openOtherWindow({0, 0, 10, 10});
+    xcb_destroy_window(m_connection, first);
+    xcb_flush(m_connection);
+    if (!waitUntil([&] { return !windows().contains(first); }))
+        qFatal("the window manager on %s does not answer", qPrintable(display));
 }
 
 Desktop::~Desktop()
@@ -153,13 +158,13 @@ xcb_window_t Desktop::openOtherWindow(const QRect& geometry) const
     constexpr std::array<uint32_t, 9> takesInput{1, 1};
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_HINTS,
                         XCB_ATOM_WM_HINTS, 32, takesInput.size(), takesInput.data());
-    // A window manager that is still starting may overlook the first request.
+    // A window manager that is still starting may not see a request before the next one.
     const auto isManaged = [&] { return windows().contains(window); };
     do {
         xcb_unmap_window(m_connection, window);
         xcb_map_window(m_connection, window);
         xcb_flush(m_connection);
-    } while (!waitUntil(isManaged, std::chrono::seconds(2)));
+    } while (!waitUntil(isManaged, std::chrono::milliseconds(200)));
     return window;
 }
 

@@ -10,7 +10,7 @@
 /// Handles events until `condition` holds. False when it did not within `atMost`, which is far more
 /// than it should need.
 template <typename Condition>
-bool waitUntil(Condition condition, std::chrono::seconds atMost = std::chrono::seconds(20))
+bool waitUntil(Condition condition, std::chrono::milliseconds atMost = std::chrono::seconds(20))
 {
     const QDeadlineTimer deadline(atMost);
     while (!condition()) {
