@@ -27,12 +27,9 @@ void StatusNotifierItem::setTitle(const QString& title)
 
 void StatusNotifierItem::setIcon(const QList<QImage>& sizes, const QString& file)
 {
-    IconPixmaps pixmaps;
+    m_iconPixmaps.clear();
     for (const QImage& image : sizes)
-        pixmaps.append(pixmapOf(image));
-    if (pixmaps == m_iconPixmaps && file == m_iconFile)
-        return;
-    m_iconPixmaps = pixmaps;
+        m_iconPixmaps.append(pixmapOf(image));
     m_iconFile = file;
     Q_EMIT NewIcon();
 }

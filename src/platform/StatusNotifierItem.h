@@ -7,8 +7,7 @@
 #include <QObject>
 #include <QPoint>
 
-/// The tray item as it stands on the bus, under the interface org.kde.StatusNotifierItem. Signals
-/// go out only when what they announce has changed.
+/// The tray item as it stands on the bus, under the interface org.kde.StatusNotifierItem.
 class StatusNotifierItem : public QObject
 {
     Q_OBJECT
@@ -43,7 +42,7 @@ public:
     void setTitle(const QString& title);
 
     /// The icon in all the sizes that it is drawn in, and the same as a file for trays that take
-    /// icons by name only (an empty path for none).
+    /// icons by name only (an empty path for none). The caller sees to it that it looks different.
     void setIcon(const QList<QImage>& sizes, const QString& file);
 
     QString category() const { return QStringLiteral("ApplicationStatus"); }
