@@ -48,4 +48,10 @@ public:
     /// Calls `tick` on the main thread every half second, at most 0.1 s late while the machine is
     /// awake, until the result is destroyed. The result may be destroyed from within `tick`.
     virtual std::unique_ptr<Ticks> startTicks(std::function<void()> tick) = 0;
+
+    /// Calls `frame` on the main thread for each frame of something that moves, at most
+    /// `framesPerSecond` times a second, until the result is destroyed, which may be from within
+    /// `frame`.
+    virtual std::unique_ptr<Ticks> startFrames(double framesPerSecond,
+                                               std::function<void()> frame) = 0;
 };

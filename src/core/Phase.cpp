@@ -6,6 +6,8 @@ const PhaseFacts& factsOf(Phase phase)
         {
             .title = QStringLiteral("Deep Work"),
             .emoji = QStringLiteral("\U0001FA91"),
+            .subtitle = QStringLiteral("Seated focus session"),
+            .completionMessage = QStringLiteral("Time to stand up"),
             .completionSoundName = QStringLiteral("Glass"),
             .lightTone = {0.62, 0.78, 1.0},
             .darkTone = {0.45, 0.55, 1.0},
@@ -13,6 +15,8 @@ const PhaseFacts& factsOf(Phase phase)
         {
             .title = QStringLiteral("Stand Up"),
             .emoji = QStringLiteral("\U0001F9CD"),
+            .subtitle = QStringLiteral("Work on your feet"),
+            .completionMessage = QStringLiteral("Push-up time"),
             .completionSoundName = QStringLiteral("Hero"),
             .lightTone = {1.0, 0.82, 0.45},
             .darkTone = {1.0, 0.63, 0.22},
@@ -20,6 +24,8 @@ const PhaseFacts& factsOf(Phase phase)
         {
             .title = QStringLiteral("Push-Ups"),
             .emoji = QStringLiteral("\U0001F4AA"),
+            .subtitle = QStringLiteral("Drop and give me fifty"),
+            .completionMessage = QStringLiteral("Cycle complete"),
             .completionSoundName = QStringLiteral("Funk"),
             .lightTone = {1.0, 0.55, 0.68},
             .darkTone = {1.0, 0.32, 0.45},

@@ -18,6 +18,8 @@ struct PhaseFacts
 {
     QString title;
     QString emoji;
+    QString subtitle;
+    QString completionMessage;
     QString completionSoundName;
     Color lightTone;
     Color darkTone;

@@ -3,6 +3,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cmath>
 
 using namespace std::chrono_literals;
 
@@ -11,13 +12,12 @@ namespace {
 class TimerTicks : public Ticks
 {
 public:
-    explicit TimerTicks(std::function<void()> tick)
+    TimerTicks(Qt::TimerType type, std::chrono::milliseconds interval, std::function<void()> tick)
         : m_timer(new QTimer)
     {
-        // A coarse timer may be 25 ms off, which lets the kernel wake up for several at once.
-        m_timer->setTimerType(Qt::CoarseTimer);
+        m_timer->setTimerType(type);
         QObject::connect(m_timer, &QTimer::timeout, m_timer, std::move(tick));
-        m_timer->start(500ms);
+        m_timer->start(interval);
     }
 
     TimerTicks(const TimerTicks&) = delete;
@@ -45,5 +45,12 @@ Instant SystemClock::now() const
 
 std::unique_ptr<Ticks> SystemClock::startTicks(std::function<void()> tick)
 {
-    return std::make_unique<TimerTicks>(std::move(tick));
+    // A coarse timer may be 25 ms off, which lets the kernel wake up for several at once.
+    return std::make_unique<TimerTicks>(Qt::CoarseTimer, 500ms, std::move(tick));
+}
+
+std::unique_ptr<Ticks> SystemClock::startFrames(double framesPerSecond, std::function<void()> frame)
+{
+    const std::chrono::milliseconds interval(std::lround(std::ceil(1000 / framesPerSecond)));
+    return std::make_unique<TimerTicks>(Qt::PreciseTimer, interval, std::move(frame));
 }
