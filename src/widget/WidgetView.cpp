@@ -1,131 +1,339 @@
 #include "widget/WidgetView.h"
 
 #include "core/NextPass.h"
-#include "paint/Colors.h"
+#include "paint/DevicePatch.h"
+#include "widget/Card.h"
+#include "widget/ControlRow.h"
+#include "widget/DoneButton.h"
+#include "widget/PhaseGlyph.h"
+#include "widget/ProgressRing.h"
+#include "widget/WidgetGeometry.h"
+#include "widget/WidgetPainter.h"
 
 #include <QApplication>
-#include <QMouseEvent>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QWindow>
 
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace {
 
-const QColor cardColor(16, 18, 28, 235);
-constexpr double cardRadius = 20;
+/// The end of the arc is painted anew when it has gone this far, in device pixels: what is less is
+/// not seen.
+constexpr double visibleStep = 0.25;
 
-constexpr double dimmedOpacity = 0.45;
+/// The same for the figures, whose lines are finer and move all the time. Below the slowest rate
+/// their sparks would flicker.
+constexpr double visibleFigureStep = 0.5;
+constexpr double slowestFigureRate = 12;
 
-/// A line of text across the card: its middle as a part of the card's height, and its size.
-struct Line
+constexpr double ticksPerSecond = 2;
+
+double figureRate(Phase phase, double devicePixels)
 {
-    double middle;
-    int pixelSize;
-
-    QRect within(const QRect& card) const
-    {
-        QRect row(0, 0, card.width(), pixelSize * 5 / 4);
-        row.moveCenter({card.center().x(), card.top() + qRound(middle * card.height())});
-        return row;
-    }
-};
-
-constexpr double titleMiddle = 0.2;
-constexpr double readoutMiddle = 0.52;
-constexpr double hintMiddle = 0.84;
-
-bool isFull(const QRect& card)
-{
-    return card.height() > WidgetView::preferredSize(true).height();
+    const double rate = phaseGlyphSpeed(phase) * devicePixels / visibleFigureStep;
+    return std::max(rate, slowestFigureRate);
 }
 
-Line titleLine(const QRect& card)
-{
-    return {titleMiddle, isFull(card) ? 12 : 10};
-}
-Line readoutLine(const QRect& card)
-{
-    return {readoutMiddle, isFull(card) ? 44 : 26};
-}
-Line hintLine(const QRect& card)
-{
-    return {hintMiddle, isFull(card) ? 12 : 10};
-}
+// The ring around a card that has the keyboard's focus; logical pixels.
+constexpr double focusInset = 2.5;
+constexpr double focusWidth = 1.5;
+constexpr QColor focusColor(255, 255, 255, 230);
 
-void drawText(QPainter& painter, const QRect& card, const Line& line, const QColor& color,
-              const QString& text)
+QRectF centeredIn(const QRectF& room, QSizeF size)
 {
-    QFont font = painter.font();
-    font.setPixelSize(line.pixelSize);
-    font.setWeight(QFont::DemiBold);
-    painter.setFont(font);
-    painter.setPen(color);
-    painter.drawText(line.within(card), Qt::AlignCenter, text);
+    const double left = room.center().x() - size.width() / 2;
+    const double top = std::floor(room.center().y() - size.height() / 2 + 0.5);
+    return {QPointF(left, top), size};
 }
 
 } // namespace
 
-WidgetView::WidgetView(TimerEngine& engine)
+WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameSource& frames,
+                       bool forceHover)
     : m_engine(engine)
-    , m_face(faceOfEngine())
+    , m_frames(frames)
+    , m_forceHover(forceHover)
+    , m_motion(readModel(), frames.now())
+    , m_fullControls(new ControlRow(engine, actions, false, this))
+    , m_capsule(new DoneButton(DoneButton::Form::capsule, this))
+    , m_checkMark(new DoneButton(DoneButton::Form::checkMark, this))
 {
+    // The last one lies above the check mark.
+    m_compactControls = new ControlRow(engine, actions, true, this);
+    m_capsule->setPlace(centeredIn(full::geometry().controls, m_capsule->preferredSize()));
+    m_checkMark->setPlace(compact::geometry(Readout::Kind::count).checkMark);
+    for (DoneButton* button : {m_capsule, m_checkMark}) {
+        connect(button, &QAbstractButton::clicked, this, [this] {
+            if (m_engine.phase() == Phase::pushups)
+                m_engine.advance(true);
+        });
+    }
+    // Nothing below it is painted: it is all there is in its window.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::TabFocus);
+    resize(preferredSize(engine.compactMode()));
+    showControls(frames.now());
+
     onNextPass(engine, this, [this] { reread(); });
+    connect(&frames, &FrameSource::frame, this, &WidgetView::showFrame);
+    connect(&frames, &FrameSource::animatedChanged, this, [this] {
+        m_motion.follow(m_motion.model, m_frames.now(), m_frames.isAnimated());
+        showControls(m_frames.now());
+        update();
+    });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
+        m_keyboardInControls = focused && (m_fullControls->isAncestorOf(focused) ||
+                                           m_compactControls->isAncestorOf(focused));
+        reread();
+    });
 }
 
-WidgetView::Face WidgetView::faceOfEngine() const
+QSize WidgetView::sizeHint() const
 {
-    const Phase phase = m_engine.phase();
-    Face face{.phase = phase, .title = factsOf(phase).title.toUpper()};
-    if (phase == Phase::pushups) {
-        face.readout = QStringLiteral("×%1").arg(m_engine.pushupCount());
-        return face;
-    }
-    switch (m_engine.state()) {
-    case TimerEngine::State::running:
-        face.readout = m_engine.timeString();
-        break;
-    case TimerEngine::State::paused:
-        face.readout = m_engine.timeString();
-        face.hint = QStringLiteral("Paused");
-        face.dimmed = true;
-        break;
-    case TimerEngine::State::complete:
-        face.readout = QStringLiteral("Done!");
-        break;
-    }
-    return face;
+    return preferredSize(m_engine.compactMode());
+}
+
+QPainterPath WidgetView::outline() const
+{
+    return cardShape(size(), compactnessOf(size()));
+}
+
+WidgetModel WidgetView::readModel() const
+{
+    return {.phase = m_engine.phase(),
+            .state = m_engine.state(),
+            .compact = m_engine.compactMode(),
+            .hovered = m_hovering || m_forceHover || m_keyboardInControls,
+            .cycle = m_engine.cycle(),
+            .pushupCount = m_engine.pushupCount(),
+            .timeString = m_engine.timeString(),
+            .progress = m_engine.progress()};
 }
 
 void WidgetView::reread()
 {
-    Face face = faceOfEngine();
-    if (face == m_face)
+    const WidgetModel next = readModel();
+    const WidgetModel last = m_motion.model;
+    if (next == last)
         return;
-    Face old = std::exchange(m_face, std::move(face));
-    // Most changes are a second less: then only that line is painted.
-    old.readout = m_face.readout;
-    update(old == m_face ? readoutLine(rect()).within(rect()) : rect());
+    const Instant now = m_frames.now();
+    m_motion.follow(next, now, m_frames.isAnimated());
+
+    WidgetModel counted = last;
+    counted.timeString = next.timeString;
+    counted.progress = next.progress;
+    WidgetModel hovered = counted;
+    hovered.hovered = next.hovered;
+    if (hovered != next) {
+        m_changing = true;
+        update();
+    } else if (next.timeString != last.timeString) {
+        update(readoutBounds(next).toAlignedRect());
+    }
+    if (counted != next) {
+        m_controlsFading = true;
+        showControls(now);
+    }
+    updateArc(now);
+    requestFrame(now);
 }
+
+// --- motion ---------------------------------------------------------------------------------
+
+bool WidgetView::isExposed() const
+{
+    const QWindow* window = this->window()->windowHandle();
+    return isVisible() && window && window->isExposed();
+}
+
+void WidgetView::showFrame(Instant now)
+{
+    if (!isExposed())
+        return;
+    // What has just come to its end is shown there once more.
+    const bool wasChanging = std::exchange(m_changing, m_motion.isChangingAt(now));
+    const bool wasFading = std::exchange(m_controlsFading, m_motion.hover.isMovingAt(now));
+    updateArc(now);
+    if (m_changing || wasChanging || m_controlsFading || wasFading)
+        showControls(now);
+    // At once, which spares another round through the event loop.
+    if (m_changing || wasChanging)
+        repaint();
+    else if (m_motion.isAliveAt(now) && !presentFrame(now))
+        repaint(movingBounds(m_motion, now).toAlignedRect());
+    requestFrame(now);
+}
+
+/// Shows the next picture of what moves without end. The window's own picture keeps an older one,
+/// which is seen only until the next frame, should the window system ask for it.
+bool WidgetView::presentFrame(Instant now)
+{
+    const QRect moving = movingBounds(m_motion, now).toAlignedRect();
+    const bool covered = m_motion.model.compact && m_motion.hover.at(now) > 0;
+    if (!m_present || m_stillBounds != moving || covered)
+        return false;
+    DevicePatch frame = m_still;
+    frame.paint([&](QPainter& painter) {
+        paintWidget(painter, m_motion, now, size(), moving, Layers::moving);
+    });
+    return m_present(frame);
+}
+
+void WidgetView::updateArc(Instant now)
+{
+    const double progress = m_motion.progress.at(now);
+    const RingGeometry& ring = ringGeometry(m_motion.model.compact);
+    const double step = std::abs(progress - m_paintedProgress) * 2 * std::numbers::pi *
+                        ring.radius() * devicePixelRatioF();
+    const bool vanishes = progress == 0 && m_paintedProgress != 0;
+    if (step < visibleStep && !vanishes)
+        return;
+    update(arcDifference(ring, progress, m_paintedProgress).toAlignedRect());
+    m_paintedProgress = progress;
+}
+
+/// How many frames a second there is something new to be seen in; 0 if there is not.
+double WidgetView::frameRate(Instant now) const
+{
+    if (m_motion.isChangingAt(now) || m_motion.hover.isMovingAt(now))
+        return FrameSource::maximumRate;
+    const RingGeometry& ring = ringGeometry(m_motion.model.compact);
+    const double scale = devicePixelRatioF();
+    double rate = std::abs(m_motion.progress.velocityAt(now)) * 2 * std::numbers::pi *
+                  ring.radius() * scale / visibleStep;
+    // So many come with the ticks of the countdown anyway.
+    if (rate < ticksPerSecond)
+        rate = 0;
+    if (m_motion.complete.at(now) > 0 || m_motion.turning.at(now) > 0)
+        rate = FrameSource::maximumRate;
+    else if (m_motion.isAliveAt(now))
+        rate = std::max(rate, figureRate(m_motion.model.phase, ring.glyphSize * scale));
+    return std::min(rate, FrameSource::maximumRate);
+}
+
+void WidgetView::requestFrame(Instant now)
+{
+    if (const double rate = frameRate(now); rate > 0)
+        m_frames.request(rate);
+}
+
+void WidgetView::showControls(Instant now)
+{
+    const WidgetModel& model = m_motion.model;
+    const double compactness = m_motion.compactness.at(now);
+    const double done = m_motion.doneButton.at(now);
+    const double hover = m_motion.hover.at(now);
+    const double pause = m_motion.pauseButton.at(now);
+
+    for (ControlRow* row : {m_fullControls, m_compactControls}) {
+        row->setOffersResume(model.isPaused());
+        row->setOffersPause(model.offersPause());
+    }
+    m_fullControls->setShown((1 - compactness) * (1 - done) * hover, pause);
+    m_compactControls->setShown(compactness * hover, pause);
+    m_capsule->setOpacity((1 - compactness) * done);
+    m_checkMark->setOpacity(compactness * done);
+
+    // What is on its way out is still seen, but no longer there for the hand.
+    const auto offer = [](QWidget* control, bool offered, bool seen) {
+        control->setAttribute(Qt::WA_TransparentForMouseEvents, !offered);
+        control->setEnabled(offered);
+        control->setVisible(offered || seen);
+    };
+    offer(m_fullControls, !model.compact && !model.offersDone(), compactness < 1 && done < 1);
+    offer(m_compactControls, model.compact, compactness > 0);
+    offer(m_capsule, !model.compact && model.offersDone(), compactness < 1 && done > 0);
+    offer(m_checkMark, model.compact && model.offersDone(), compactness > 0 && done > 0);
+    if (!model.hovered)
+        m_compactControls->setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
+// --- painting -------------------------------------------------------------------------------
 
 void WidgetView::paintEvent(QPaintEvent* event)
 {
+    const Instant now = m_frames.now();
     QPainter painter(this);
-    const bool readoutOnly = readoutLine(rect()).within(rect()).contains(event->rect());
-    if (readoutOnly) {
-        painter.fillRect(event->rect(), cardColor);
-    } else {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(cardColor);
-        painter.drawRoundedRect(rect(), cardRadius, cardRadius);
+    for (const QRect& part : event->region()) {
+        painter.setClipRect(part);
+        paintPart(painter, part, now);
     }
-    const QColor tone = toQColor(factsOf(m_face.phase).lightTone);
-    const QColor readoutColor(255, 255, 255, m_face.dimmed ? qRound(255 * dimmedOpacity) : 255);
-    drawText(painter, rect(), readoutLine(rect()), readoutColor, m_face.readout);
-    if (readoutOnly)
+    if (hasFocus())
+        paintFocus(painter);
+    requestFrame(now);
+    // A pass later it is on the screen.
+    if (!std::exchange(m_painted, true))
+        QMetaObject::invokeMethod(this, &WidgetView::firstFramePainted, Qt::QueuedConnection);
+}
+
+void WidgetView::paintFocus(QPainter& painter)
+{
+    const QSizeF inner = QSizeF(size()) - QSizeF(2 * focusInset, 2 * focusInset);
+    painter.setClipping(false);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.strokePath(cardShape(inner, compactnessOf(size())).translated(focusInset, focusInset),
+                       QPen(focusColor, focusWidth));
+}
+
+void WidgetView::paintPart(QPainter& painter, const QRect& part, Instant now)
+{
+    const QRect moving = movingBounds(m_motion, now).toAlignedRect();
+    if (m_motion.isChangingAt(now) || !moving.contains(part)) {
+        if (part.intersects(m_stillBounds))
+            m_stillBounds = {};
+        painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.fillRect(part, Qt::transparent);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        paintWidget(painter, m_motion, now, size(), part);
         return;
-    drawText(painter, rect(), titleLine(rect()), tone, m_face.title);
-    drawText(painter, rect(), hintLine(rect()), tone, m_face.hint);
+    }
+    if (m_stillBounds != moving || !m_still.fits(painter)) {
+        m_still = DevicePatch(painter, moving);
+        m_still.paint([&](QPainter& inner) {
+            paintWidget(inner, m_motion, now, size(), moving, Layers::still);
+        });
+        m_stillBounds = moving;
+    }
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    drawPatch(painter, m_still);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    paintWidget(painter, m_motion, now, size(), part, Layers::moving);
+}
+
+void WidgetView::resizeEvent(QResizeEvent*)
+{
+    m_stillBounds = {};
+}
+
+// --- pointer and keyboard -------------------------------------------------------------------
+
+void WidgetView::setHovering(bool hovering)
+{
+    if (hovering == m_hovering)
+        return;
+    m_hovering = hovering;
+    reread();
+}
+
+void WidgetView::hideEvent(QHideEvent*)
+{
+    m_mayBeTap = false;
+    setHovering(false);
+}
+
+void WidgetView::enterEvent(QEnterEvent* event)
+{
+    setHovering(isOnCard(event->position()));
+}
+
+void WidgetView::leaveEvent(QEvent*)
+{
+    setHovering(false);
 }
 
 // The mouse also drags the window, which is the window's business: the events go on to it.
@@ -133,12 +341,14 @@ void WidgetView::paintEvent(QPaintEvent* event)
 void WidgetView::mousePressEvent(QMouseEvent* event)
 {
     m_pressedAt = event->globalPosition();
-    m_mayBeTap = event->button() == Qt::LeftButton;
+    m_mayBeTap = event->button() == Qt::LeftButton && isOnCard(event->position());
     event->ignore();
 }
 
 void WidgetView::mouseMoveEvent(QMouseEvent* event)
 {
+    if (event->buttons() == Qt::NoButton)
+        setHovering(isOnCard(event->position()));
     const QPointF way = event->globalPosition() - m_pressedAt;
     if (way.manhattanLength() >= QApplication::startDragDistance())
         m_mayBeTap = false;
@@ -147,8 +357,22 @@ void WidgetView::mouseMoveEvent(QMouseEvent* event)
 
 void WidgetView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && std::exchange(m_mayBeTap, false) &&
-        m_engine.state() == TimerEngine::State::complete)
-        m_engine.advance(false);
+    if (event->button() == Qt::LeftButton && std::exchange(m_mayBeTap, false))
+        tap();
     event->ignore();
+}
+
+void WidgetView::keyPressEvent(QKeyEvent* event)
+{
+    const auto key = event->key();
+    if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)
+        tap();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void WidgetView::tap()
+{
+    if (m_engine.state() == TimerEngine::State::complete)
+        m_engine.advance(false);
 }

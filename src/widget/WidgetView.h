@@ -1,17 +1,29 @@
 #pragma once
 
-#include "core/TimerEngine.h"
+#include "paint/DevicePatch.h"
+#include "widget/FrameSource.h"
+#include "widget/WidgetActions.h"
+#include "widget/WidgetMotion.h"
 
+#include <QPainterPath>
 #include <QWidget>
 
-/// The content of the floating widget: the phase, the countdown and the state. It shows the engine
-/// and keeps nothing of it.
+#include <functional>
+
+class ControlRow;
+class DoneButton;
+
+/// The content of the floating widget: the card with the phase, the countdown and the controls. It
+/// shows the engine and keeps nothing of it but what is moving.
 class WidgetView : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit WidgetView(TimerEngine& engine);
+    /// `engine` and `frames` outlive the view. With `forceHover` it always looks as if the pointer
+    /// were over it.
+    WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameSource& frames,
+               bool forceHover = false);
 
     /// The size of the widget in its compact or its full form.
     static constexpr QSize preferredSize(bool compact)
@@ -19,30 +31,70 @@ public:
         return compact ? QSize(216, 76) : QSize(250, 320);
     }
 
+    /// Puts a finished picture on the window without the rounds of a repaint; false if it cannot.
+    using Present = std::function<bool(const DevicePatch&)>;
+
+    /// The way by which frames of the endless motions are shown, if there is one.
+    void setPresent(Present present) { m_present = std::move(present); }
+
+    QSize sizeHint() const override;
+
+    /// The edge of the card; around its corners nothing is clicked.
+    QPainterPath outline() const;
+
+    /// Whether the point is on the card.
+    bool isOnCard(QPointF at) const { return outline().contains(at); }
+
+Q_SIGNALS:
+    /// The first frame has been painted; what could wait for it may begin.
+    void firstFramePainted();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    /// What is drawn; equal faces look the same.
-    struct Face
-    {
-        Phase phase = Phase::sitting;
-        bool dimmed = false;
-        QString title{};
-        QString readout{};
-        QString hint{};
-
-        bool operator==(const Face&) const = default;
-    };
-
-    Face faceOfEngine() const;
+    WidgetModel readModel() const;
     void reread();
+    void setHovering(bool hovering);
+    void showFrame(Instant now);
+    void showControls(Instant now);
+    double frameRate(Instant now) const;
+    void requestFrame(Instant now);
+    void updateArc(Instant now);
+    void paintPart(QPainter& painter, const QRect& part, Instant now);
+    void paintFocus(QPainter& painter);
+    bool isExposed() const;
+    bool presentFrame(Instant now);
+    void tap();
 
     TimerEngine& m_engine;
-    Face m_face;
+    FrameSource& m_frames;
+    const bool m_forceHover;
+    bool m_painted = false;
+    bool m_hovering = false;
+    bool m_keyboardInControls = false;
+
+    WidgetMotion m_motion;
+    bool m_changing = false;       ///< as of the last frame
+    bool m_controlsFading = false; ///< as of the last frame
+    double m_paintedProgress = 0;  ///< of the arc on the screen
+    Present m_present;
+    DevicePatch m_still; ///< what stands still below the endless motions; made when needed
+    QRect m_stillBounds;
+
+    ControlRow* m_fullControls;
+    ControlRow* m_compactControls;
+    DoneButton* m_capsule;
+    DoneButton* m_checkMark;
+
     QPointF m_pressedAt; ///< on the screen, in logical pixels
     bool m_mayBeTap = false;
 };

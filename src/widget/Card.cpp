@@ -1,0 +1,141 @@
+#include "widget/Card.h"
+
+#include "paint/ContinuousCorners.h"
+#include "paint/DevicePatch.h"
+#include "paint/Pixel.h"
+#include "widget/WidgetGeometry.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+constexpr Color topColor{0.09, 0.10, 0.15, 0.82};
+constexpr Color bottomColor{0.04, 0.04, 0.07, 0.9};
+
+constexpr double borderWidth = 1;
+constexpr double borderStartOpacity = 0.28;
+constexpr double borderEndOpacity = 0.05;
+
+/// The glow falls off from this radius on, in logical pixels.
+constexpr double glowStartRadius = 10;
+
+/// No corner reaches further than this, in logical pixels.
+constexpr double cornerReach = 45;
+
+double between(double a, double b, double part)
+{
+    return a + (b - a) * part;
+}
+
+Color between(const Color& a, const Color& b, double part)
+{
+    return {between(a.red, b.red, part), between(a.green, b.green, part),
+            between(a.blue, b.blue, part), between(a.opacity, b.opacity, part)};
+}
+
+/// The order in which the pixels of an 8 by 8 tile are rounded up as a colour grows: the steps of
+/// these dark gradients would be seen as bands otherwise.
+constexpr auto ditherTile = [] {
+    std::array<std::array<float, 8>, 8> tile{};
+    for (unsigned y = 0; y < 8; ++y) {
+        for (unsigned x = 0; x < 8; ++x) {
+            unsigned rank = 0;
+            for (unsigned bit = 0; bit < 3; ++bit) {
+                rank = rank << 2 | ((x ^ y) >> bit & 1) << 1 | (y >> bit & 1);
+            }
+            tile[y][x] = (static_cast<float>(rank) + 0.5F) / 64;
+        }
+    }
+    return tile;
+}();
+
+/// The gradient from top to bottom under the glow, without corners.
+void computeSurface(DevicePatch& patch, const CardLook& look)
+{
+    const double compactness = look.compactness;
+    const double centerX = look.size.width() * between(0.5, -0.05, compactness);
+    const double centerY = look.size.height() * between(-0.15, 0.5, compactness);
+    const double endRadius = between(260, 170, compactness);
+    const Pixel glow = pixelOf(look.glow);
+    const auto glowLength = static_cast<float>(endRadius - glowStartRadius);
+    const auto step = static_cast<float>(1 / patch.scale);
+    // Counted from the card's corner, so that a part of it comes out as in the whole.
+    const QPoint tileOrigin = patch.offset.toPoint() - patch.origin;
+    const auto firstX = static_cast<float>(patch.x(0) - centerX);
+
+    for (int row = 0; row < patch.image.height(); ++row) {
+        const double y = patch.y(row);
+        const double part = std::clamp(y / look.size.height(), 0.0, 1.0);
+        const Pixel under = pixelOf(between(topColor, bottomColor, part));
+        const auto awayY = static_cast<float>(y - centerY);
+        const auto& thresholds = ditherTile[static_cast<unsigned>(row - tileOrigin.y()) % 8];
+        QRgb* pixels = patch.row(row);
+        for (int column = 0; column < patch.image.width(); ++column) {
+            const float awayX = firstX + static_cast<float>(column) * step;
+            const float radius = std::sqrt(awayX * awayX + awayY * awayY);
+            const float strength =
+                std::clamp((static_cast<float>(endRadius) - radius) / glowLength, 0.0F, 1.0F);
+            const float threshold = thresholds[static_cast<unsigned>(column - tileOrigin.x()) % 8];
+            pixels[column] = toRgb(over(glow * strength, under), threshold);
+        }
+    }
+}
+
+/// Whether neither the border nor a corner is in `rect`.
+bool isInside(const QRectF& rect, const QSizeF& card)
+{
+    const QRectF whole({}, card);
+    return whole.adjusted(cornerReach, borderWidth, -cornerReach, -borderWidth).contains(rect) ||
+           whole.adjusted(borderWidth, cornerReach, -borderWidth, -cornerReach).contains(rect);
+}
+
+void paintBorder(QPainter& painter, const CardLook& look)
+{
+    const QRectF card({}, look.size);
+    QLinearGradient light(card.topLeft(), card.bottomRight());
+    light.setColorAt(0, QColor::fromRgbF(1, 1, 1, float(borderStartOpacity)));
+    light.setColorAt(1, QColor::fromRgbF(1, 1, 1, float(borderEndOpacity)));
+    constexpr double inset = borderWidth / 2;
+    const double radius = between(cornerRadius(false), cornerRadius(true), look.compactness);
+    painter.strokePath(
+        continuousRoundedRect(card.adjusted(inset, inset, -inset, -inset), radius - inset),
+        QPen(light, borderWidth));
+}
+
+} // namespace
+
+QPainterPath cardShape(const QSizeF& size, double compactness)
+{
+    return continuousRoundedRect({{}, size},
+                                 between(cornerRadius(false), cornerRadius(true), compactness));
+}
+
+void paintCard(QPainter& painter, const CardLook& look, const QRectF& exposed)
+{
+    const QRectF painted = exposed.intersected({{}, look.size});
+    if (painted.isEmpty())
+        return;
+    DevicePatch surface(painter, painted);
+    computeSurface(surface, look);
+    if (isInside(painted, look.size)) {
+        drawPatch(painter, surface);
+        return;
+    }
+    {
+        const QPainterPath shape =
+            painter.deviceTransform().map(cardShape(look.size, look.compactness));
+        const DevicePixels devicePixels(painter);
+        QBrush brush(surface.image);
+        brush.setTransform(QTransform::fromTranslate(surface.origin.x(), surface.origin.y()));
+        painter.setClipRect(QRect(surface.origin, surface.image.size()), Qt::IntersectClip);
+        painter.fillPath(shape, brush);
+    }
+    painter.save();
+    painter.setClipRect(painted, Qt::IntersectClip);
+    paintBorder(painter, look);
+    painter.restore();
+}

@@ -1,0 +1,45 @@
+#include "widget/ControlButton.h"
+
+#include "paint/Symbol.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace {
+
+constexpr QColor discColor(255, 255, 255, qRound(0.09 * 255));
+constexpr QColor symbolColor(255, 255, 255, qRound(0.75 * 255));
+
+/// The side of a symbol's square to the diameter of its button: text of 0.4 times the diameter,
+/// with the square of a symbol a third larger than the text beside it.
+constexpr double symbolSide = 0.4 * 4 / 3;
+
+} // namespace
+
+void ControlButton::setMeaning(const QString& symbol, const QString& words)
+{
+    if (symbol == m_symbol)
+        return;
+    m_symbol = symbol;
+    setAccessibleName(words);
+    setToolTip(words);
+    update();
+}
+
+QPainterPath ControlButton::shape(const QRectF& box) const
+{
+    QPainterPath disc;
+    disc.addEllipse(box);
+    return disc;
+}
+
+void ControlButton::paintButton(QPainter& painter, const QRectF& box) const
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(discColor);
+    painter.drawEllipse(box);
+    const double side = symbolSide * box.width();
+    QRectF square(0, 0, side, side);
+    square.moveCenter(box.center());
+    drawSymbol(painter, m_symbol, square, symbolColor);
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "widget/Card.h"
+#include "widget/WidgetMotion.h"
+
+class QPainter;
+
+/// Whether a picture of the widget is wanted whole, or in two: what stands still while nothing but
+/// the endless motions go on, and what is drawn over it in each frame.
+enum class Layers { all, still, moving };
+
+/// Paints the widget without its controls as it is at `now`, but no more than `exposed` of it.
+void paintWidget(QPainter& painter, const WidgetMotion& motion, Instant now, QSizeF size,
+                 const QRectF& exposed, Layers layers = Layers::all);
+
+/// What the endless motions paint anew with each frame.
+QRectF movingBounds(const WidgetMotion& motion, Instant now);
+
+/// What a new countdown text paints anew.
+QRectF readoutBounds(const WidgetModel& model);
