@@ -54,6 +54,7 @@ AppDelegate::AppDelegate(const Environment& environment)
     , m_engine({environment.clock, environment.settings, environment.sound,
                 [this]() -> SessionLog& { return sharedSessionStore(); }},
                environment.arguments)
+    , m_frames(environment.clock)
 {}
 
 AppDelegate::~AppDelegate() = default;
@@ -69,8 +70,12 @@ SessionStore& AppDelegate::sharedSessionStore()
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    m_panel = std::make_unique<FloatingPanel>(new WidgetView(m_engine), m_engine.compactMode(),
-                                              m_environment.settings);
+    const WidgetActions actions{.hide = [this] { m_panel->orderOut(); },
+                                .quit = [this] { quit(); },
+                                .openSettings = [this] { openSettingsAction(); }};
+    auto* view = new WidgetView(m_engine, actions, m_frames);
+    m_panel = std::make_unique<FloatingPanel>(view, m_engine.compactMode(), m_environment.settings,
+                                              m_frames);
     m_panel->orderFrontRegardless();
 
     setUpStatusItem();
@@ -86,9 +91,11 @@ void AppDelegate::applicationDidFinishLaunching()
             });
     updateStatusItem();
 
+    connect(m_statusItem.get(), &StatusItem::busFound, &m_animations, &DesktopAnimations::watch);
+    connect(&m_animations, &DesktopAnimations::changed, &m_frames, &FrameSource::setAnimated);
+
     // The tray can wait for the widget's first frame, but not for ever.
-    connect(m_panel.get(), &FloatingPanel::firstFramePainted, m_statusItem.get(),
-            &StatusItem::start);
+    connect(view, &WidgetView::firstFramePainted, m_statusItem.get(), &StatusItem::start);
     QTimer::singleShot(1s, m_statusItem.get(), &StatusItem::start);
 }
 

@@ -3,6 +3,8 @@
 #include "core/TimerEngine.h"
 #include "paint/StatusIcon.h"
 #include "panel/PanelTabSelection.h"
+#include "platform/DesktopAnimations.h"
+#include "widget/FrameSource.h"
 
 #include <QMenu>
 
@@ -58,6 +60,8 @@ private:
     Environment m_environment;
     std::unique_ptr<SessionStore> m_sessionStore; ///< made on first use
     TimerEngine m_engine;
+    FrameSource m_frames; ///< of the widget's window
+    DesktopAnimations m_animations;
     PanelTabSelection m_panelTab;
     std::unique_ptr<FloatingPanel> m_panel;
     std::unique_ptr<QWidget> m_settingsWindow; ///< made on first use

@@ -3,6 +3,7 @@
 #include "app/FramePosition.h"
 #include "core/SettingsStore.h"
 #include "platform/FloatingWindow.h"
+#include "widget/FrameSource.h"
 #include "widget/WidgetView.h"
 
 #include <QApplication>
@@ -10,7 +11,6 @@
 #include <QScreen>
 
 #include <chrono>
-#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -18,7 +18,7 @@ namespace {
 
 constexpr auto positionKey = "VantoraWidget";
 constexpr auto settledAfter = 500ms;
-constexpr auto resizeDuration = 300ms;
+constexpr Curve resizing{Curve::Shape::easeInOut, 0.3};
 
 QList<QRect> screenGeometries()
 {
@@ -30,20 +30,22 @@ QList<QRect> screenGeometries()
 
 } // namespace
 
-FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& settings)
+FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& settings,
+                             FrameSource& frames)
     : m_settings(settings)
     , m_rootView(rootView)
+    , m_frames(frames)
+    , m_compactness(compact)
 {
     makeFloating(*this);
     setWindowTitle(QStringLiteral("Vantora"));
     rootView->setParent(this);
+    rootView->setPresent(
+        [this](const DevicePatch& frame) { return putOnWindow(*this, frame.image, frame.origin); });
     setFixedSize(WidgetView::preferredSize(compact));
     place();
 
-    m_resize.setDuration(std::chrono::milliseconds(resizeDuration).count());
-    m_resize.setEasingCurve(QEasingCurve::InOutQuad);
-    connect(&m_resize, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& size) { setFixedSize(size.toSize()); });
+    connect(&frames, &FrameSource::frame, this, &FloatingPanel::showFrame);
 
     m_moveSettled.setSingleShot(true);
     m_moveSettled.setInterval(settledAfter);
@@ -83,22 +85,30 @@ void FloatingPanel::orderOut()
 
 void FloatingPanel::resizeAnimated(bool compact)
 {
-    m_resize.stop();
-    {
-        // An animation that stands at its end would give out its new end value at once.
-        const QSignalBlocker blocker(m_resize);
-        m_resize.setStartValue(size());
-        m_resize.setEndValue(WidgetView::preferredSize(compact));
-    }
-    if (isVisible())
-        m_resize.start();
-    else
+    if (isVisible() && m_frames.isAnimated()) {
+        m_compactness.moveTo(compact, resizing, m_frames.now());
+        m_frames.request();
+    } else {
+        m_compactness.jumpTo(compact);
         setFixedSize(WidgetView::preferredSize(compact));
+    }
+}
+
+void FloatingPanel::showFrame(Instant now)
+{
+    const QSizeF fullSize = WidgetView::preferredSize(false);
+    const QSizeF compactSize = WidgetView::preferredSize(true);
+    const QSize wanted = (fullSize + (compactSize - fullSize) * m_compactness.at(now)).toSize();
+    if (wanted != size())
+        setFixedSize(wanted);
+    if (m_compactness.isMovingAt(now))
+        m_frames.request();
 }
 
 void FloatingPanel::showEvent(QShowEvent*)
 {
     prepareToShow(*this);
+    setInputOutline(*this, m_rootView->outline());
     move(m_topLeft);
     QTimer::singleShot(0, this, [this] { settleAfterShow(*this); });
 }
@@ -109,16 +119,10 @@ void FloatingPanel::hideEvent(QHideEvent*)
     m_dragging = false;
 }
 
-void FloatingPanel::paintEvent(QPaintEvent*)
-{
-    // The view paints; a pass later its frame is on the screen.
-    if (!std::exchange(m_painted, true))
-        QMetaObject::invokeMethod(this, &FloatingPanel::firstFramePainted, Qt::QueuedConnection);
-}
-
 void FloatingPanel::resizeEvent(QResizeEvent*)
 {
     m_rootView->setGeometry(rect());
+    setInputOutline(*this, m_rootView->outline());
 }
 
 void FloatingPanel::moveEvent(QMoveEvent* event)
@@ -135,7 +139,7 @@ void FloatingPanel::moveEvent(QMoveEvent* event)
 
 void FloatingPanel::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton)
+    if (event->button() != Qt::LeftButton || !m_rootView->isOnCard(event->position()))
         return;
     m_pressed = true;
     m_dragging = false;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "widget/Motion.h"
+
 #include <QTimer>
-#include <QVariantAnimation>
 #include <QWidget>
 
+class FrameSource;
 class SettingsStore;
 class WidgetView;
 
@@ -14,8 +16,8 @@ class FloatingPanel : public QWidget
     Q_OBJECT
 
 public:
-    /// Takes over `rootView`. `settings` remembers the position, and outlives the panel.
-    FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& settings);
+    /// Takes over `rootView`. `settings` remembers the position; it and `frames` outlive the panel.
+    FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& settings, FrameSource& frames);
     ~FloatingPanel() override;
 
     /// Shows the panel above the others without taking the focus.
@@ -27,14 +29,9 @@ public:
     /// Grows or shrinks to the size of the other form; the top left corner stays.
     void resizeAnimated(bool compact);
 
-Q_SIGNALS:
-    /// The first frame has been painted; what could wait for it may begin.
-    void firstFramePainted();
-
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -43,18 +40,19 @@ protected:
 
 private:
     void place();
+    void showFrame(Instant now);
     void moveTo(QPoint topLeft);
     void moveHasSettled();
     void savePosition();
 
     SettingsStore& m_settings;
     WidgetView* m_rootView;
-    QVariantAnimation m_resize;
+    FrameSource& m_frames;
+    Motion m_compactness; ///< 0: the full size, 1: the compact one
     QTimer m_moveSettled;
     QPoint m_topLeft;   ///< where the window is; pos() may still say otherwise after a first show
     QPoint m_grabbedAt; ///< of the pointer, relative to the window
     QPoint m_pressedAt; ///< of the pointer, on the screen
     bool m_pressed = false;
     bool m_dragging = false;
-    bool m_painted = false;
 };

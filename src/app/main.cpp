@@ -1,4 +1,6 @@
 #include "app/AppDelegate.h"
+#include "app/Snapshot.h"
+#include "app/UserFolders.h"
 #include "core/IniSettingsStore.h"
 #include "log/FileSystem.h"
 #include "platform/SystemClock.h"
@@ -7,7 +9,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <chrono>
@@ -16,12 +17,6 @@
 using namespace std::chrono_literals;
 
 namespace {
-
-/// The program's own folder below a base folder of the user's.
-QString userFolder(QStandardPaths::StandardLocation base)
-{
-    return QStandardPaths::writableLocation(base) + QStringLiteral("/Vantora");
-}
 
 /// The folder of the program's sounds: beside the program where it was built, below the prefix
 /// where it is installed.
@@ -39,6 +34,7 @@ int main(int argc, char* argv[])
 {
     // The few threads here hardly ever allocate; a heap of its own for each would be mostly unused.
     ::mallopt(M_ARENA_MAX, 1);
+    Snapshot::runIfRequested(argc, argv);
     QApplication application(argc, argv);
     const TerminationSignals terminationSignals;
     QApplication::setApplicationName(QStringLiteral("Vantora"));
@@ -47,14 +43,11 @@ int main(int argc, char* argv[])
     QApplication::setQuitOnLastWindowClosed(false);
 
     SystemClock clock;
-    IniSettingsStore settings(userFolder(QStandardPaths::GenericConfigLocation) +
-                              QStringLiteral("/Vantora.conf"));
+    IniSettingsStore settings(settingsPath());
     SystemSoundPlayer sound(soundFolder());
     FileSystem fileSystem;
     AppDelegate delegate(
-        {clock, settings, sound, fileSystem,
-         userFolder(QStandardPaths::GenericDataLocation) + QStringLiteral("/sessions.json"),
-         QCoreApplication::arguments()});
+        {clock, settings, sound, fileSystem, sessionLogPath(), QCoreApplication::arguments()});
     delegate.applicationDidFinishLaunching();
     // What only the start needed goes back to the system, once the tray has its first icon.
     QTimer::singleShot(2s, &application, [] { ::malloc_trim(0); });
