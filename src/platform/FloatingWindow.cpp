@@ -1,14 +1,23 @@
 #include "platform/FloatingWindow.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
+#include <QImage>
+#include <QMouseEvent>
+#include <QPainterPath>
+#include <QTimer>
 #include <QWidget>
+#include <QWindow>
 
+#include <xcb/shape.h>
 #include <xcb/xcb.h>
 
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -50,9 +59,12 @@ struct Atoms
             "_NET_WM_STATE_SKIP_TASKBAR",
             "_NET_WM_STATE_SKIP_PAGER",
             "_NET_WM_STATE_DEMANDS_ATTENTION",
+            "WM_PROTOCOLS",
+            "WM_TAKE_FOCUS",
         };
-        const std::array values{&desktop,     &state,     &above,           &sticky,
-                                &skipTaskbar, &skipPager, &demandsAttention};
+        const std::array values{&desktop,          &state,       &above,
+                                &sticky,           &skipTaskbar, &skipPager,
+                                &demandsAttention, &protocols,   &takeFocus};
         // All questions first, so that the answers come in one round trip.
         std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -72,6 +84,8 @@ struct Atoms
     xcb_atom_t skipTaskbar = XCB_ATOM_NONE;
     xcb_atom_t skipPager = XCB_ATOM_NONE;
     xcb_atom_t demandsAttention = XCB_ATOM_NONE;
+    xcb_atom_t protocols = XCB_ATOM_NONE;
+    xcb_atom_t takeFocus = XCB_ATOM_NONE;
 };
 
 const Atoms& atoms(xcb_connection_t* connection)
@@ -95,6 +109,60 @@ void request(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t what,
                    reinterpret_cast<const char*>(&message));
 }
 
+/// A window manager offers the keyboard to a floating window when it is clicked, and when the user
+/// asks for the window by other means, as a key binding. Only the second is taken.
+class FocusOffers : public QObject, public QAbstractNativeEventFilter
+{
+public:
+    explicit FocusOffers(QWidget& window)
+        : QObject(&window)
+        , m_window(window)
+    {
+        window.installEventFilter(this);
+        qGuiApp->installNativeEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::WinIdChange && m_window.windowHandle())
+            m_window.windowHandle()->installEventFilter(this);
+        else if (event->type() == QEvent::MouseButtonPress)
+            m_pressedAt = static_cast<QMouseEvent*>(event)->timestamp();
+        return false;
+    }
+
+    bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
+    {
+        const auto* event = static_cast<const xcb_client_message_event_t*>(message);
+        if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE ||
+            event->window != m_window.internalWinId())
+            return false;
+        const Atoms& atom = atoms(x11Connection());
+        if (event->type == atom.protocols && event->data.data32[0] == atom.takeFocus) {
+            // The click that it may be about can come after it.
+            QTimer::singleShot(clickComesWithin, this,
+                               [this, offeredAt = event->data.data32[1]] { take(offeredAt); });
+        }
+        return false;
+    }
+
+private:
+    static constexpr std::chrono::milliseconds clickComesWithin{100};
+
+    void take(xcb_timestamp_t offeredAt)
+    {
+        if (offeredAt == m_pressedAt || !m_window.isVisible())
+            return;
+        xcb_connection_t* connection = x11Connection();
+        xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT,
+                            static_cast<xcb_window_t>(m_window.internalWinId()), offeredAt);
+        xcb_flush(connection);
+    }
+
+    QWidget& m_window;
+    quint64 m_pressedAt = 0; ///< by the clock of the X server, in milliseconds
+};
+
 } // namespace
 
 void makeFloating(QWidget& window)
@@ -104,6 +172,8 @@ void makeFloating(QWidget& window)
     window.setAttribute(Qt::WA_TranslucentBackground);
     window.setAttribute(Qt::WA_ShowWithoutActivating);
     window.setAttribute(Qt::WA_X11NetWmWindowTypeUtility);
+    if (x11Connection())
+        new FocusOffers(window);
 }
 
 void prepareToShow(QWidget& window)
@@ -143,4 +213,45 @@ void settleAfterShow(QWidget& window)
     // Some window managers find that a window shown without focus must want attention.
     request(connection, id, atom.state, {removeState, atom.demandsAttention, 0, sourceApplication});
     xcb_flush(connection);
+}
+
+void setInputOutline(QWidget& window, const QPainterPath& outline)
+{
+    xcb_connection_t* connection = x11Connection();
+    if (!connection || !window.internalWinId())
+        return;
+    const double scale = window.devicePixelRatioF();
+    const QPolygon polygon = outline.toFillPolygon(QTransform::fromScale(scale, scale)).toPolygon();
+    std::vector<xcb_rectangle_t> rectangles;
+    for (const QRect& part : QRegion(polygon)) {
+        rectangles.push_back({static_cast<int16_t>(part.x()), static_cast<int16_t>(part.y()),
+                              static_cast<uint16_t>(part.width()),
+                              static_cast<uint16_t>(part.height())});
+    }
+    xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
+                         XCB_CLIP_ORDERING_YX_BANDED,
+                         static_cast<xcb_window_t>(window.internalWinId()), 0, 0,
+                         static_cast<uint32_t>(rectangles.size()), rectangles.data());
+}
+
+bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at)
+{
+    // Larger ones go faster through the memory that Qt shares with the X server.
+    constexpr qsizetype smallSize = 64 * 1024;
+    constexpr uint8_t depth = 32;
+    xcb_connection_t* connection = x11Connection();
+    if (!connection || picture.sizeInBytes() > smallSize ||
+        window.windowHandle()->format().alphaBufferSize() == 0 ||
+        xcb_get_setup(connection)->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
+        return false;
+    const auto id = static_cast<xcb_window_t>(window.internalWinId());
+    const xcb_gcontext_t context = xcb_generate_id(connection);
+    xcb_create_gc(connection, context, id, 0, nullptr);
+    xcb_put_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, id, context,
+                  static_cast<uint16_t>(picture.width()), static_cast<uint16_t>(picture.height()),
+                  static_cast<int16_t>(at.x()), static_cast<int16_t>(at.y()), 0, depth,
+                  static_cast<uint32_t>(picture.sizeInBytes()), picture.constBits());
+    xcb_free_gc(connection, context);
+    xcb_flush(connection);
+    return true;
 }

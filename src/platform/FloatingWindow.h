@@ -2,10 +2,14 @@
 
 #include <Qt>
 
+class QImage;
+class QPainterPath;
+class QPoint;
 class QWidget;
 
 /// The window system's side of a small window that floats above all others, on all desktops, out of
-/// the task bar, and that takes no keyboard focus.
+/// the task bar. It takes the keyboard only when the user asks the window manager to give it, and
+/// not by being shown, clicked or dragged.
 
 /// Makes `window`, not yet shown, such a window.
 void makeFloating(QWidget& window);
@@ -18,3 +22,10 @@ bool isAtOrigin(const QWidget& window);
 
 /// To be called after `window` was shown: what they take as requests only.
 void settleAfterShow(QWidget& window);
+
+/// Lets only what is inside `outline` take clicks; those beside it go to what is behind `window`.
+void setInputOutline(QWidget& window, const QPainterPath& outline);
+
+/// Puts a small picture straight onto `window`, at a place in device pixels. False where that is
+/// not possible, or not cheaper than painting it as usual.
+bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at);

@@ -106,6 +106,7 @@ void StatusItem::useBus(QDBusConnection bus)
         useTrayOf(owner.isError() ? QString() : owner.value());
         answer->deleteLater();
     });
+    Q_EMIT busFound(bus);
 }
 
 void StatusItem::useTrayOf(const QString& watcherOwner)

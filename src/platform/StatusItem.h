@@ -39,6 +39,10 @@ public:
     /// To be called when the icon would look different.
     void redrawIcon();
 
+Q_SIGNALS:
+    /// The session bus is there, for whoever else needs it.
+    void busFound(const QDBusConnection& bus);
+
 private:
     void useBus(QDBusConnection bus);
     void useTrayOf(const QString& watcherOwner);
