@@ -108,7 +108,7 @@ void FloatingPanel::showFrame(Instant now)
 void FloatingPanel::showEvent(QShowEvent*)
 {
     prepareToShow(*this);
-    setInputOutline(*this, m_rootView->outline());
+    setOutline(*this, m_rootView->outline());
     move(m_topLeft);
     QTimer::singleShot(0, this, [this] { settleAfterShow(*this); });
 }
@@ -122,7 +122,7 @@ void FloatingPanel::hideEvent(QHideEvent*)
 void FloatingPanel::resizeEvent(QResizeEvent*)
 {
     m_rootView->setGeometry(rect());
-    setInputOutline(*this, m_rootView->outline());
+    setOutline(*this, m_rootView->outline());
 }
 
 void FloatingPanel::moveEvent(QMoveEvent* event)

@@ -61,10 +61,11 @@ struct Atoms
             "_NET_WM_STATE_DEMANDS_ATTENTION",
             "WM_PROTOCOLS",
             "WM_TAKE_FOCUS",
+            "_NET_WM_CM_S0",
         };
-        const std::array values{&desktop,          &state,       &above,
-                                &sticky,           &skipTaskbar, &skipPager,
-                                &demandsAttention, &protocols,   &takeFocus};
+        const std::array values{
+            &desktop,          &state,     &above,     &sticky,    &skipTaskbar, &skipPager,
+            &demandsAttention, &protocols, &takeFocus, &compositor};
         // All questions first, so that the answers come in one round trip.
         std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -86,6 +87,7 @@ struct Atoms
     xcb_atom_t demandsAttention = XCB_ATOM_NONE;
     xcb_atom_t protocols = XCB_ATOM_NONE;
     xcb_atom_t takeFocus = XCB_ATOM_NONE;
+    xcb_atom_t compositor = XCB_ATOM_NONE;
 };
 
 const Atoms& atoms(xcb_connection_t* connection)
@@ -107,6 +109,14 @@ void request(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t what,
     xcb_send_event(connection, 0, rootOf(connection),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char*>(&message));
+}
+
+/// Whether something makes windows translucent, by being the owner of this selection.
+bool isComposited(xcb_connection_t* connection)
+{
+    const auto owner = owned(xcb_get_selection_owner_reply(
+        connection, xcb_get_selection_owner(connection, atoms(connection).compositor), nullptr));
+    return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
 /// A window manager offers the keyboard to a floating window when it is clicked, and when the user
@@ -215,11 +225,12 @@ void settleAfterShow(QWidget& window)
     xcb_flush(connection);
 }
 
-void setInputOutline(QWidget& window, const QPainterPath& outline)
+void setOutline(QWidget& window, const QPainterPath& outline)
 {
     xcb_connection_t* connection = x11Connection();
     if (!connection || !window.internalWinId())
         return;
+    const auto id = static_cast<xcb_window_t>(window.internalWinId());
     const double scale = window.devicePixelRatioF();
     const QPolygon polygon = outline.toFillPolygon(QTransform::fromScale(scale, scale)).toPolygon();
     std::vector<xcb_rectangle_t> rectangles;
@@ -228,10 +239,15 @@ void setInputOutline(QWidget& window, const QPainterPath& outline)
                               static_cast<uint16_t>(part.width()),
                               static_cast<uint16_t>(part.height())});
     }
-    xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
-                         XCB_CLIP_ORDERING_YX_BANDED,
-                         static_cast<xcb_window_t>(window.internalWinId()), 0, 0,
-                         static_cast<uint32_t>(rectangles.size()), rectangles.data());
+    const auto cut = [&](xcb_shape_sk_t what) {
+        xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, what, XCB_CLIP_ORDERING_YX_BANDED, id, 0,
+                             0, static_cast<uint32_t>(rectangles.size()), rectangles.data());
+    };
+    cut(XCB_SHAPE_SK_INPUT);
+    if (isComposited(connection))
+        xcb_shape_mask(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, id, 0, 0, XCB_NONE);
+    else
+        cut(XCB_SHAPE_SK_BOUNDING);
 }
 
 bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at)

@@ -24,7 +24,8 @@ bool isAtOrigin(const QWidget& window);
 void settleAfterShow(QWidget& window);
 
 /// Lets only what is inside `outline` take clicks; those beside it go to what is behind `window`.
-void setInputOutline(QWidget& window, const QPainterPath& outline);
+/// Where nothing makes windows translucent, it also cuts the window there.
+void setOutline(QWidget& window, const QPainterPath& outline);
 
 /// Puts a small picture straight onto `window`, at a place in device pixels. False where that is
 /// not possible, or not cheaper than painting it as usual.

@@ -13,6 +13,10 @@
 
 namespace {
 
+/// In place of frosted glass, which only the window system could make: it lets the desktop through,
+/// but not so much that a text behind the card could be read.
+constexpr Color material{0.10, 0.10, 0.13, 0.65};
+
 constexpr Color topColor{0.09, 0.10, 0.15, 0.82};
 constexpr Color bottomColor{0.04, 0.04, 0.07, 0.9};
 
@@ -70,7 +74,7 @@ void computeSurface(DevicePatch& patch, const CardLook& look)
     for (int row = 0; row < patch.image.height(); ++row) {
         const double y = patch.y(row);
         const double part = std::clamp(y / look.size.height(), 0.0, 1.0);
-        const Pixel under = pixelOf(between(topColor, bottomColor, part));
+        const Pixel under = over(pixelOf(between(topColor, bottomColor, part)), pixelOf(material));
         const auto awayY = static_cast<float>(y - centerY);
         const auto& thresholds = ditherTile[static_cast<unsigned>(row - tileOrigin.y()) % 8];
         QRgb* pixels = patch.row(row);
