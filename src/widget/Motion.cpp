@@ -43,8 +43,9 @@ void Motion::moveTo(double target, Curve curve, Instant now)
 {
     if (target == m_target)
         return;
+    const double from = at(now);
     m_startVelocity = curve.shape == Curve::Shape::spring ? velocityAt(now) : 0;
-    m_from = at(now);
+    m_from = from;
     m_target = target;
     m_curve = curve;
     m_start = now;
