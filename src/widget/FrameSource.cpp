@@ -11,6 +11,8 @@ void FrameSource::setAnimated(bool animated)
     if (animated == m_animated)
         return;
     m_animated = animated;
+    m_requestedRate = 0;
+    keepTicking();
     Q_EMIT animatedChanged(animated);
 }
 
