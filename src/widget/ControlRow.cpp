@@ -6,6 +6,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <functional>
 
 namespace {
@@ -70,6 +71,18 @@ void ControlRow::setOffersResume(bool paused)
 void ControlRow::setOffersPause(bool offered)
 {
     m_buttons[0]->setVisible(offered);
+}
+
+int ControlRow::focusedButton() const
+{
+    const auto focused = std::find_if(m_buttons.begin(), m_buttons.end(),
+                                      [](const QWidget* button) { return button->hasFocus(); });
+    return focused == m_buttons.end() ? -1 : static_cast<int>(focused - m_buttons.begin());
+}
+
+void ControlRow::focusButton(int number)
+{
+    m_buttons.at(static_cast<std::size_t>(number))->setFocus(Qt::TabFocusReason);
 }
 
 void ControlRow::place(double pauseButton)

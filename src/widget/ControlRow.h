@@ -28,6 +28,12 @@ public:
     /// Whether the first button can be used.
     void setOffersPause(bool offered);
 
+    /// The number of the button that has the keyboard's focus, from 0; -1 if none has.
+    int focusedButton() const;
+
+    /// Gives the keyboard's focus to a button.
+    void focusButton(int number);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

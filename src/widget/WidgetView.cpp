@@ -32,6 +32,9 @@ constexpr double slowestFigureRate = 12;
 
 constexpr double ticksPerSecond = 2;
 
+/// The number of the button that goes on to the next phase, as those that report the push-ups do.
+constexpr int skipButton = 1;
+
 double figureRate(Phase phase, double devicePixels)
 {
     const double rate = phaseGlyphSpeed(phase) * devicePixels / visibleFigureStep;
@@ -239,6 +242,10 @@ void WidgetView::showControls(Instant now)
     m_capsule->setOpacity((1 - compactness) * done);
     m_checkMark->setOpacity(compactness * done);
 
+    const int focusedButton =
+        m_capsule->hasFocus() || m_checkMark->hasFocus()
+            ? skipButton
+            : std::max(m_fullControls->focusedButton(), m_compactControls->focusedButton());
     // What is on its way out is still seen, but no longer there for the hand.
     const auto offer = [](QWidget* control, bool offered, bool seen) {
         control->setAttribute(Qt::WA_TransparentForMouseEvents, !offered);
@@ -251,6 +258,21 @@ void WidgetView::showControls(Instant now)
     offer(m_checkMark, model.compact && model.offersDone(), compactness > 0 && done > 0);
     if (!model.hovered)
         m_compactControls->setAttribute(Qt::WA_TransparentForMouseEvents);
+    keepFocus(focusedButton);
+}
+
+/// A user of the keyboard stays at the controls when they are exchanged for others: at the same
+/// button of the other form, or at what comes in place of the row.
+void WidgetView::keepFocus(int button)
+{
+    const WidgetModel& model = m_motion.model;
+    ControlRow* row = model.compact ? m_compactControls : m_fullControls;
+    if (button < 0 || row->focusedButton() >= 0)
+        return;
+    if (model.offersDone() && !model.compact)
+        m_capsule->setFocus(Qt::TabFocusReason);
+    else
+        row->focusButton(button);
 }
 
 // --- painting -------------------------------------------------------------------------------

@@ -68,6 +68,7 @@ private:
     void showControls(Instant now);
     double frameRate(Instant now) const;
     void requestFrame(Instant now);
+    void keepFocus(int button);
     void updateArc(Instant now);
     void paintPart(QPainter& painter, const QRect& part, Instant now);
     void paintFocus(QPainter& painter);
