@@ -45,8 +45,9 @@ inline Pixel over(const Pixel& upper, const Pixel& lower)
 /// rounds to the nearest; thresholds that vary from pixel to pixel hide the steps of a gradient.
 inline QRgb toRgb(const Pixel& pixel, float threshold = 0.5F)
 {
+    // By way of int, for which processors have an instruction.
     const auto whole = [threshold](float component) {
-        return static_cast<QRgb>(component + threshold);
+        return static_cast<QRgb>(static_cast<int>(component + threshold));
     };
     return whole(pixel.alpha) << 24 | whole(pixel.red) << 16 | whole(pixel.green) << 8 |
            whole(pixel.blue);

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -57,34 +58,66 @@ constexpr auto ditherTile = [] {
     return tile;
 }();
 
-/// The gradient from top to bottom under the glow, without corners.
+/// The thresholds of one row of pixels, for each of the eight rows of a tile.
+class Dither
+{
+public:
+    explicit Dither(const DevicePatch& patch)
+        // Counted from the card's corner, so that a part of it comes out as in the whole.
+        : m_corner(patch.offset.toPoint() - patch.origin)
+        , m_width(static_cast<std::size_t>(patch.image.width()))
+        , m_thresholds(8 * m_width)
+    {
+        for (std::size_t y = 0; y < 8; ++y) {
+            for (std::size_t column = 0; column < m_width; ++column) {
+                const auto x = static_cast<unsigned>(static_cast<int>(column) - m_corner.x()) % 8;
+                m_thresholds[y * m_width + column] = ditherTile[y][x];
+            }
+        }
+    }
+
+    const float* row(int row) const
+    {
+        return &m_thresholds[static_cast<unsigned>(row - m_corner.y()) % 8 * m_width];
+    }
+
+private:
+    QPoint m_corner;
+    std::size_t m_width;
+    std::vector<float> m_thresholds;
+};
+
+/// The gradient from top to bottom under the glow, without corners. It is most of what there is to
+/// compute, so its loop is kept to what a compiler does for several pixels at once.
 void computeSurface(DevicePatch& patch, const CardLook& look)
 {
     const double compactness = look.compactness;
     const double centerX = look.size.width() * between(0.5, -0.05, compactness);
     const double centerY = look.size.height() * between(-0.15, 0.5, compactness);
-    const double endRadius = between(260, 170, compactness);
-    const Pixel glow = pixelOf(look.glow);
-    const auto glowLength = static_cast<float>(endRadius - glowStartRadius);
+    const auto endRadius = static_cast<float>(between(260, 170, compactness));
+    const float perRadius = 1 / (endRadius - static_cast<float>(glowStartRadius));
     const auto step = static_cast<float>(1 / patch.scale);
-    // Counted from the card's corner, so that a part of it comes out as in the whole.
-    const QPoint tileOrigin = patch.offset.toPoint() - patch.origin;
     const auto firstX = static_cast<float>(patch.x(0) - centerX);
+    const Pixel glow = pixelOf(look.glow);
+    const Dither dither(patch);
+    const int width = patch.image.width();
+    const int height = patch.image.height();
 
-    for (int row = 0; row < patch.image.height(); ++row) {
+    for (int row = 0; row < height; ++row) {
         const double y = patch.y(row);
         const double part = std::clamp(y / look.size.height(), 0.0, 1.0);
-        const Pixel under = over(pixelOf(between(topColor, bottomColor, part)), pixelOf(material));
+        const Pixel dark = over(pixelOf(between(topColor, bottomColor, part)), pixelOf(material));
+        const Pixel bright = over(glow, dark);
         const auto awayY = static_cast<float>(y - centerY);
-        const auto& thresholds = ditherTile[static_cast<unsigned>(row - tileOrigin.y()) % 8];
+        const float* thresholds = dither.row(row);
         QRgb* pixels = patch.row(row);
-        for (int column = 0; column < patch.image.width(); ++column) {
+        for (int column = 0; column < width; ++column) {
             const float awayX = firstX + static_cast<float>(column) * step;
             const float radius = std::sqrt(awayX * awayX + awayY * awayY);
-            const float strength =
-                std::clamp((static_cast<float>(endRadius) - radius) / glowLength, 0.0F, 1.0F);
-            const float threshold = thresholds[static_cast<unsigned>(column - tileOrigin.x()) % 8];
-            pixels[column] = toRgb(over(glow * strength, under), threshold);
+            const float falling = (endRadius - radius) * perRadius;
+            const float lit = falling > 0 ? falling : 0;
+            const float strength = lit < 1 ? lit : 1;
+            pixels[column] = toRgb(mixed(dark, bright, strength), thresholds[column]);
         }
     }
 }
