@@ -19,6 +19,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 
 namespace {
 
@@ -126,23 +127,31 @@ void print(const QString& line)
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
 }
 
+void writePicture(const QString& name, const QByteArray& png, const QString& folder)
+{
+    if (png.isEmpty()) {
+        print(QStringLiteral("FAILED to render ") + name);
+        return;
+    }
+    const QString path = folder + u'/' + name + QStringLiteral(".png");
+    QFile file(path);
+    if (file.open(QFile::WriteOnly))
+        file.write(png);
+    print(QStringLiteral("wrote ") + path);
+}
+
 void writePictures(const QString& folder, SettingsStore& settings, const QStringList& arguments)
 {
     SystemClock clock;
     QDir().mkpath(folder);
-    for (const Pose& pose : poses) {
-        const QString name = QLatin1String(pose.name);
-        const QByteArray png = encodePng(rendered(pose, clock, settings, arguments));
-        if (png.isEmpty()) {
-            print(QStringLiteral("FAILED to render ") + name);
-            continue;
-        }
-        const QString path = folder + u'/' + name + QStringLiteral(".png");
-        QFile file(path);
-        if (file.open(QFile::WriteOnly))
-            file.write(png);
-        print(QStringLiteral("wrote ") + path);
+    // One picture is compressed, which takes longest, while the next is drawn.
+    std::array<std::future<QByteArray>, poses.size()> encoded;
+    for (std::size_t i = 0; i < poses.size(); ++i) {
+        encoded[i] = std::async(std::launch::async, encodePng,
+                                rendered(poses[i], clock, settings, arguments));
     }
+    for (std::size_t i = 0; i < poses.size(); ++i)
+        writePicture(QLatin1String(poses[i].name), encoded[i].get(), folder);
 }
 
 } // namespace
