@@ -10,6 +10,13 @@
 #include <cmath>
 #include <cstdlib>
 #include <functional>
+#include <ostream>
+
+/// Lets failures tell which rectangle it was.
+inline void PrintTo(const QRectF& rect, std::ostream* stream)
+{
+    *stream << rect.width() << " x " << rect.height() << " at " << rect.x() << ", " << rect.y();
+}
 
 /// The scales of the screens that painting is tested for.
 inline constexpr std::array allScales{1.0, 1.5, 2.0};
@@ -120,6 +127,17 @@ inline double largestDifference(const QImage& a, const QImage& b)
             largest = std::max(largest, difference(levelsAt(a, x, y), levelsAt(b, x, y)));
     }
     return largest;
+}
+
+/// How many pixels differ. Both have the same size.
+inline int changedPixels(const QImage& a, const QImage& b)
+{
+    int count = 0;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x)
+            count += pixelAt(a, x, y) != pixelAt(b, x, y);
+    }
+    return count;
 }
 
 /// The box, in logical pixels, of all pixels for which `matches(column, row)` holds.
