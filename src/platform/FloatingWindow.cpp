@@ -182,6 +182,8 @@ void makeFloating(QWidget& window)
     window.setAttribute(Qt::WA_TranslucentBackground);
     window.setAttribute(Qt::WA_ShowWithoutActivating);
     window.setAttribute(Qt::WA_X11NetWmWindowTypeUtility);
+    // It is hardly ever the active window, which alone would have tool tips.
+    window.setAttribute(Qt::WA_AlwaysShowToolTips);
     if (x11Connection())
         new FocusOffers(window);
 }

@@ -279,7 +279,8 @@ void WidgetView::keepFocus(int button)
 
 void WidgetView::paintEvent(QPaintEvent* event)
 {
-    const Instant now = m_frames.now();
+    // Where nothing may move, it is always the same moment.
+    const Instant now = m_frames.isAnimated() ? m_frames.now() : Instant();
     QPainter painter(this);
     for (const QRect& part : event->region()) {
         painter.setClipRect(part);
