@@ -78,6 +78,8 @@ WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameS
     // Nothing below it is painted: it is all there is in its window.
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
+    for (QWidget* control : findChildren<QWidget*>())
+        control->setMouseTracking(true);
     setFocusPolicy(Qt::TabFocus);
     resize(preferredSize(engine.compactMode()));
     showControls(frames.now());
@@ -94,6 +96,12 @@ WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameS
                                            m_compactControls->isAncestorOf(focused));
         reread();
     });
+}
+
+WidgetView::~WidgetView()
+{
+    // A widget that goes gives up its focus, which is told when there is no view left to hear it.
+    qApp->disconnect(this);
 }
 
 QSize WidgetView::sizeHint() const
@@ -125,7 +133,8 @@ void WidgetView::reread()
     if (next == last)
         return;
     const Instant now = m_frames.now();
-    m_motion.follow(next, now, m_frames.isAnimated());
+    // What is not seen arrives at once.
+    m_motion.follow(next, now, m_frames.isAnimated() && isExposed());
 
     WidgetModel counted = last;
     counted.timeString = next.timeString;
@@ -221,7 +230,7 @@ double WidgetView::frameRate(Instant now) const
 
 void WidgetView::requestFrame(Instant now)
 {
-    if (const double rate = frameRate(now); rate > 0)
+    if (const double rate = frameRate(now); rate > 0 && isExposed())
         m_frames.request(rate);
 }
 

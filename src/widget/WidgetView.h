@@ -24,6 +24,7 @@ public:
     /// were over it.
     WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameSource& frames,
                bool forceHover = false);
+    ~WidgetView() override;
 
     /// The size of the widget in its compact or its full form.
     static constexpr QSize preferredSize(bool compact)
