@@ -10,12 +10,15 @@
 #include <cmath>
 #include <cstdlib>
 #include <functional>
-#include <ostream>
+#include <sstream>
+#include <string>
 
-/// Lets failures tell which rectangle it was.
-inline void PrintTo(const QRectF& rect, std::ostream* stream)
+/// For failures.
+inline std::string textOf(const QRectF& rect)
 {
-    *stream << rect.width() << " x " << rect.height() << " at " << rect.x() << ", " << rect.y();
+    std::ostringstream text;
+    text << rect.width() << " x " << rect.height() << " at " << rect.x() << ", " << rect.y();
+    return text.str();
 }
 
 /// The scales of the screens that painting is tested for.

@@ -110,8 +110,7 @@ TEST(CompletionPulseTest, theBoundsHoldAtAllTimes)
         QRectF covered;
         for (int i = 0; i < 200; ++i)
             covered |= inkBox(pulsePicture(compact, 2, i * period / 100));
-        EXPECT_TRUE(bounds.adjusted(-0.5, -0.5, 0.5, 0.5).contains(covered))
-            << testing::PrintToString(covered);
+        EXPECT_TRUE(bounds.adjusted(-0.5, -0.5, 0.5, 0.5).contains(covered)) << textOf(covered);
         EXPECT_LT(bounds.width(), covered.width() + 6) << "needlessly large";
         EXPECT_LT(bounds.height(), covered.height() + 6) << "needlessly large";
     }

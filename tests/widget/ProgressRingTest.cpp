@@ -386,7 +386,7 @@ TEST(ProgressRingTest, nothingIsPaintedBeyondTheRingsBounds)
         EXPECT_EQ(ringBounds(ring).center(), ring.center);
         for (const QImage& image : {trackPicture(compact, 2), arcPicture(compact, 2, 1),
                                     turningPicture(compact, 2, 1), turningGlowPicture(compact, 2)})
-            EXPECT_TRUE(bounds.contains(inkBox(image))) << testing::PrintToString(inkBox(image));
+            EXPECT_TRUE(bounds.contains(inkBox(image))) << textOf(inkBox(image));
         EXPECT_TRUE(QRectF({}, ringPictureSize(compact)).contains(ringBounds(ring)));
     }
 }
@@ -409,8 +409,8 @@ TEST(ProgressRingTest, whatChangesWithTheProgressIsWithinTheDifference)
             const QRectF changed =
                 changedBox(arcPicture(compact, 1, progress), arcPicture(compact, 1, other));
             ASSERT_TRUE(changed.isEmpty() || QRectF(promised.toAlignedRect()).contains(changed))
-                << "from " << progress << " to " << other << ": " << testing::PrintToString(changed)
-                << " is not within " << testing::PrintToString(promised);
+                << "from " << progress << " to " << other << ": " << textOf(changed)
+                << " is not within " << textOf(promised);
             // An end with its glow, and a little more.
             const double margin = 5 * ring.lineWidth;
             EXPECT_LE(promised.width(), changed.width() + margin) << progress << " to " << other;
