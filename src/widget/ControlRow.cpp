@@ -46,7 +46,9 @@ ControlRow::ControlRow(TimerEngine& engine, const WidgetActions& actions, bool c
         m_buttons[i]->setMeaning(controls[i].symbol, controls[i].words);
         connect(m_buttons[i], &QAbstractButton::clicked, this, controls[i].action);
     }
-    setGeometry(compact ? compact::controlBand() : full::geometry().controls.toAlignedRect());
+    // The full row with room for the ring around a focused button.
+    setGeometry(compact ? compact::controlBand()
+                        : full::geometry().controls.adjusted(0, -1, 0, 1).toAlignedRect());
 }
 
 void ControlRow::setShown(double opacity, double pauseButton)

@@ -276,7 +276,7 @@ void WidgetView::keepFocus(int button)
 {
     const WidgetModel& model = m_motion.model;
     ControlRow* row = model.compact ? m_compactControls : m_fullControls;
-    if (button < 0 || row->focusedButton() >= 0)
+    if (button < 0 || row->focusedButton() >= 0 || m_checkMark->hasFocus())
         return;
     if (model.offersDone() && !model.compact)
         m_capsule->setFocus(Qt::TabFocusReason);
