@@ -1,98 +1,87 @@
-#include "widget/WidgetView.h"
+// That the view follows the engine.
 
-#include "support/Fakes.h"
-#include "support/ManualClock.h"
-#include "support/Waiting.h"
+#include "WidgetTest.h"
 
-#include <QCoreApplication>
-#include <QTest>
+class WidgetViewTest : public WidgetTest
+{};
 
-#include <gtest/gtest.h>
-
-class WidgetViewTest : public testing::Test
+TEST_F(WidgetViewTest, theSizeIsThatOfTheForm)
 {
-protected:
-    WidgetViewTest() { view.resize(WidgetView::preferredSize(false)); }
-
-    /// What the view shows now, all notices delivered.
-    QImage picture()
-    {
-        QCoreApplication::processEvents();
-        return view.grab().toImage();
+    EXPECT_EQ(WidgetView::preferredSize(false), QSize(250, 320));
+    EXPECT_EQ(WidgetView::preferredSize(true), QSize(216, 76));
+    for (const bool compact : {false, true}) {
+        show(compact);
+        EXPECT_EQ(view->size(), WidgetView::preferredSize(compact));
+        EXPECT_EQ(view->sizeHint(), WidgetView::preferredSize(compact));
     }
-
-    ManualClock clock;
-    MemorySettings settings;
-    SilentPlayer sound;
-    ListLog log;
-    TimerEngine engine{{clock, settings, sound, [this]() -> SessionLog& { return log; }}, {}};
-    WidgetView view{engine};
-};
+}
 
 TEST_F(WidgetViewTest, everyPhaseAndStateHasAFaceOfItsOwn)
 {
-    QList<QImage> faces{picture()};
-    const auto expectNewFace = [&](const char* what) {
-        const QImage face = picture();
-        EXPECT_FALSE(faces.contains(face)) << what;
-        faces.append(face);
-    };
+    for (const bool compact : {false, true}) {
+        show(compact);
+        QList<QImage> faces{picture()};
+        const auto expectNewFace = [&](const char* what) {
+            settle();
+            const QImage face = picture();
+            EXPECT_FALSE(faces.contains(face)) << what;
+            faces.append(face);
+        };
+        engine.togglePause();
+        expectNewFace("paused");
+        engine.togglePause();
+        clock.pass(40 * 60);
+        expectNewFace("complete");
+        engine.advance(false);
+        expectNewFace("standing");
+        engine.advance(false);
+        expectNewFace("push-ups");
+        engine.advance(false);
+    }
+}
+
+TEST_F(WidgetViewTest, aNewCountdownTextIsSeenAPassLater)
+{
+    show();
+    const QRect readout = full::geometry().readout.toAlignedRect();
+    const QImage before = picture().copy(readout);
     clock.pass(1);
-    expectNewFace("a second later");
-    engine.togglePause();
-    expectNewFace("paused");
-    engine.togglePause();
-    clock.pass(40 * 60);
-    expectNewFace("complete");
-    engine.advance(false);
-    expectNewFace("standing");
-    engine.advance(false);
-    expectNewFace("push-ups");
+    const QImage after = picture().copy(readout);
+    EXPECT_NE(after, before);
+    clock.jump(0.2); // within the same second
+    clock.fire();
+    EXPECT_EQ(picture().copy(readout), after);
 }
 
-TEST_F(WidgetViewTest, aTickThatChangesNothingToSeeRepaintsNothing)
+TEST_F(WidgetViewTest, theCycleAndTheCountAreShownWithoutGrouping)
 {
-    class PaintCounter : public QObject
-    {
-    public:
-        int paints = 0;
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            paints += event->type() == QEvent::Paint;
-            return false;
-        }
-    };
-    PaintCounter counter;
-    view.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
-    clock.jump(1.1);
-    clock.fire();
-    view.installEventFilter(&counter);
-    ASSERT_TRUE(waitUntil([&] { return counter.paints > 0; }));
-    counter.paints = 0;
-    clock.jump(0.3);
-    clock.fire();
-    QCoreApplication::processEvents();
-    clock.jump(0.7);
-    clock.fire();
-    ASSERT_TRUE(waitUntil([&] { return counter.paints > 0; }));
-    EXPECT_EQ(counter.paints, 1) << "the tick within the same second painted too";
+    // A width that the text has only so: there is no room for a separator.
+    show();
+    reach(Phase::pushups, State::running);
+    const QRect badge = full::geometry().badge.toAlignedRect().adjusted(-150, 0, 0, 0);
+    const QImage one = picture().copy(badge);
+    engine.cycle = 12;
+    settle();
+    EXPECT_NE(picture().copy(badge), one);
+    const QRect readout = full::geometry().readout.toAlignedRect();
+    const QImage fifty = picture().copy(readout);
+    engine.pushupCount = 51;
+    settle();
+    EXPECT_NE(picture().copy(readout), fifty);
 }
 
-TEST_F(WidgetViewTest, aTapActsOnlyOnACompletePhase)
+TEST_F(WidgetViewTest, theFirstFrameIsAnnouncedOnce)
 {
-    QTest::mouseClick(&view, Qt::LeftButton);
-    EXPECT_EQ(engine.phase(), Phase::sitting);
-    engine.togglePause();
-    QTest::mouseClick(&view, Qt::LeftButton);
-    EXPECT_EQ(engine.state(), TimerEngine::State::paused);
-    engine.togglePause();
-    clock.pass(40 * 60);
-    ASSERT_EQ(engine.state(), TimerEngine::State::complete);
-    QTest::mouseClick(&view, Qt::RightButton);
-    EXPECT_EQ(engine.phase(), Phase::sitting);
-    QTest::mouseClick(&view, Qt::LeftButton);
-    EXPECT_EQ(engine.phase(), Phase::standing);
-    EXPECT_EQ(sound.played, QStringList{QStringLiteral("Glass")}) << "no second sound";
-    EXPECT_EQ(log.entries, (std::vector<ListLog::Entry>{{Phase::sitting, 2400, 0}}));
+    int announced = 0;
+    WidgetView first(engine, actions, frames);
+    QObject::connect(&first, &WidgetView::firstFramePainted, &first, [&] { ++announced; });
+    deliver();
+    EXPECT_EQ(announced, 0);
+    first.show();
+    ASSERT_TRUE(waitUntil([&] { return announced > 0; }));
+    first.hide();
+    first.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&first));
+    settle();
+    EXPECT_EQ(announced, 1);
 }
