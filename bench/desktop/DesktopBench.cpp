@@ -1,12 +1,18 @@
-#include "bench/desktop/MapWatch.h"
+#include "bench/desktop/Activity.h"
 #include "bench/desktop/ProcessFigures.h"
 #include "bench/desktop/Program.h"
+#include "bench/desktop/Programs.h"
+#include "bench/desktop/SnapshotTime.h"
 #include "bench/desktop/Table.h"
 #include "bench/desktop/TrayHost.h"
 #include "bench/desktop/Waiting.h"
+#include "bench/desktop/WidgetStates.h"
+#include "bench/desktop/WindowWatch.h"
 #include "bench/desktop/World.h"
+#include "bench/support/Timing.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QStringList>
 #include <QThread>
 
 #include <algorithm>
@@ -20,75 +26,66 @@ namespace {
 
 constexpr int startRuns = 21;
 constexpr int memoryRuns = 5;
-constexpr auto startTakesAtMost = 30s;
+constexpr auto managerStartsWithin = 30s;
 constexpr auto settledAfter = 3s;
 constexpr auto betweenRuns = 250ms;
-constexpr std::chrono::seconds usualCountdown = 30s;
+constexpr std::chrono::seconds usualTime = 30s;
 
 constexpr double highestStartRatio = 1.3;
-constexpr double highestMemoryRatio = 1.4;
-constexpr double highestCpuPercent = 0.3;
-
-constexpr auto vantora = VANTORA_PROGRAM;
-constexpr auto emptyWindow = EMPTY_WINDOW_PROGRAM;
+constexpr double highestMemoryRatio = 1.5;
+constexpr double highestCpuPercent = 1;
 
 double milliseconds(std::chrono::nanoseconds time)
 {
     return std::chrono::duration<double, std::milli>(time).count();
 }
 
-/// Waits in the presence of a program. One that has ended has no figures.
-void waitBeside(const Program& program, std::chrono::milliseconds time)
-{
-    if (waitUntil([&] { return program.hasEnded(); }, time))
-        throw std::runtime_error("a program ended before it was measured");
-}
-
-std::chrono::nanoseconds waitForWindow(const MapWatch& watch, const Program& program)
-{
-    const auto mapped = [&] { return watch.mappedAt(program.pid()).has_value(); };
-    if (!waitUntil([&] { return mapped() || program.hasEnded(); }, startTakesAtMost) || !mapped())
-        throw std::runtime_error("a program shows no window");
-    return *watch.mappedAt(program.pid()) - program.startedAt();
-}
-
+/// In ms, from the start of the process.
 struct StartFigures
 {
-    std::vector<double> times; ///< in ms, from the start of the process to its window's map
-    std::vector<double> cpuTimes;
+    std::vector<double> mapTimes;
+    std::vector<double> frameTimes;
+    std::vector<double> cpuTimes; ///< spent until the first frame
 
-    void addRun(const MapWatch& watch, const char* path)
+    void addRun(const WindowWatch& watch, const char* path)
     {
         const Program program({path});
-        times.push_back(milliseconds(waitForWindow(watch, program)));
+        watch.waitForFrame(program);
         cpuTimes.push_back(milliseconds(cpuTimeOf(program.pid())));
+        mapTimes.push_back(milliseconds(*watch.mappedAt(program) - program.startedAt()));
+        frameTimes.push_back(milliseconds(*watch.drawnAt(program) - program.startedAt()));
     }
 };
 
-void compareStarts(const MapWatch& watch)
+void compareStarts(const WindowWatch& watch)
 {
     // The first runs fill caches.
-    StartFigures().addRun(watch, vantora);
-    StartFigures().addRun(watch, emptyWindow);
+    StartFigures().addRun(watch, programs::vantora);
+    StartFigures().addRun(watch, programs::emptyWindow);
     StartFigures own;
     StartFigures reference;
     for (int run = 0; run < startRuns; ++run) {
         waitFor(betweenRuns);
-        own.addRun(watch, vantora);
+        own.addRun(watch, programs::vantora);
         waitFor(betweenRuns);
-        reference.addRun(watch, emptyWindow);
+        reference.addRun(watch, programs::emptyWindow);
     }
-    Table table("Start, from exec to the window's map; " + std::to_string(startRuns) + " runs");
-    table.add({.figure = "Time, median, ms",
-               .value = median(own.times),
-               .reference = median(reference.times),
+    Table table("Start, from exec on; " + std::to_string(startRuns) + " runs");
+    table.add({.figure = "Window mapped, median, ms",
+               .value = median(own.mapTimes),
+               .reference = median(reference.mapTimes),
                .decimals = 1,
                .highestRatio = highestStartRatio});
-    table.add({.figure = "Time, shortest, ms",
-               .value = *std::ranges::min_element(own.times),
-               .reference = *std::ranges::min_element(reference.times),
+    table.add({.figure = "First frame drawn, median, ms",
+               .value = median(own.frameTimes),
+               .reference = median(reference.frameTimes),
+               .decimals = 1,
+               .highestRatio = highestStartRatio});
+    table.add({.figure = "First frame drawn, shortest, ms",
+               .value = *std::ranges::min_element(own.frameTimes),
+               .reference = *std::ranges::min_element(reference.frameTimes),
                .decimals = 1});
-    table.add({.figure = "Processor time, median, ms",
+    table.add({.figure = "Processor time until then, median, ms",
                .value = median(own.cpuTimes),
                .reference = median(reference.cpuTimes),
                .decimals = 1});
@@ -100,24 +97,24 @@ struct MemoryRuns
     std::vector<double> anonymous; ///< kB
     std::vector<double> proportional;
 
-    void addRun(const MapWatch& watch, const char* path)
+    void addRun(const WindowWatch& watch, const char* path)
     {
         const Program program({path});
-        waitForWindow(watch, program);
-        waitBeside(program, settledAfter);
+        watch.waitForFrame(program);
+        program.waitBeside(settledAfter);
         const MemoryFigures figures = memoryOf(program.pid());
         anonymous.push_back(static_cast<double>(figures.anonymous));
         proportional.push_back(static_cast<double>(figures.proportional));
     }
 };
 
-void compareMemory(const MapWatch& watch)
+void compareMemory(const WindowWatch& watch)
 {
     MemoryRuns own;
     MemoryRuns reference;
     for (int run = 0; run < memoryRuns; ++run) {
-        own.addRun(watch, vantora);
-        reference.addRun(watch, emptyWindow);
+        own.addRun(watch, programs::vantora);
+        reference.addRun(watch, programs::emptyWindow);
     }
     Table table("Memory, some seconds after the start; " + std::to_string(memoryRuns) + " runs");
     table.add({.figure = "Private (anonymous pages), median, kB",
@@ -130,85 +127,103 @@ void compareMemory(const MapWatch& watch)
     table.print();
 }
 
-struct Activity
+void compareCountdown(WindowWatch& watch, const TrayHost& tray, std::chrono::seconds time)
 {
-    double cpuTime = 0; ///< ms
-    double wakeUps = 0;
+    const Program own({programs::vantora});
+    const Program reference({programs::emptyWindow});
+    watch.waitForFrame(own);
+    watch.waitForFrame(reference);
+    own.waitBeside(settledAfter);
 
-    static Activity of(const Program& program)
-    {
-        return {milliseconds(cpuTimeOf(program.pid())),
-                static_cast<double>(wakeUpsOf(program.pid()))};
-    }
-};
-
-void compareActivity(const MapWatch& watch, const TrayHost& tray, std::chrono::seconds countdown)
-{
-    const Program own({vantora});
-    const Program reference({emptyWindow});
-    waitForWindow(watch, own);
-    waitForWindow(watch, reference);
-    waitBeside(own, settledAfter);
-
-    const auto start = Program::Clock::now();
     const int titlesBefore = tray.titlesRead();
-    const Activity ownBefore = Activity::of(own);
-    const Activity referenceBefore = Activity::of(reference);
-    waitBeside(own, countdown);
-    const double time = milliseconds(Program::Clock::now() - start);
+    const ActivityMeter ownMeter(own, watch);
+    const ActivityMeter referenceMeter(reference, watch);
+    own.waitBeside(time);
     const int titles = tray.titlesRead() - titlesBefore;
-    const Activity ownAfter = Activity::of(own);
-    const Activity referenceAfter = Activity::of(reference);
+    const Activity ownActivity = ownMeter.activity();
+    const Activity referenceActivity = referenceMeter.activity();
 
-    const double ownCpu = ownAfter.cpuTime - ownBefore.cpuTime;
-    const double referenceCpu = referenceAfter.cpuTime - referenceBefore.cpuTime;
-    Table table("Countdown running for " + std::to_string(countdown.count()) +
-                " s; the tray read " + std::to_string(titles) + " titles");
+    Table table("Countdown running for " + std::to_string(time.count()) + " s; the tray read " +
+                std::to_string(titles) + " titles");
     table.add({.figure = "Processor time, ms",
-               .value = ownCpu,
-               .reference = referenceCpu,
+               .value = ownActivity.cpuTime,
+               .reference = referenceActivity.cpuTime,
                .decimals = 1});
     table.add({.figure = "Processor time, % of one core",
-               .value = 100 * ownCpu / time,
-               .reference = 100 * referenceCpu / time,
+               .value = ownActivity.cpuPercent,
+               .reference = referenceActivity.cpuPercent,
                .decimals = 3,
                .highestValue = highestCpuPercent});
     table.add({.figure = "Wake-ups of all threads per second",
-               .value = 1000 * (ownAfter.wakeUps - ownBefore.wakeUps) / time,
-               .reference = 1000 * (referenceAfter.wakeUps - referenceBefore.wakeUps) / time,
+               .value = ownActivity.wakeUps,
+               .reference = referenceActivity.wakeUps,
                .decimals = 1});
     table.print();
 }
 
-void run(std::chrono::seconds countdown)
+/// What is to be measured.
+struct Order
+{
+    std::chrono::seconds time = usualTime;
+    QStringList sections{QStringLiteral("start"), QStringLiteral("memory"),
+                         QStringLiteral("countdown"), QStringLiteral("widget"),
+                         QStringLiteral("snapshot")};
+};
+
+Order orderOf(QStringList arguments)
+{
+    Order order;
+    arguments.removeFirst();
+    if (!arguments.isEmpty() && arguments.first().toInt() > 0)
+        order.time = std::chrono::seconds(arguments.takeFirst().toInt());
+    for (const QString& section : std::as_const(arguments)) {
+        if (!order.sections.contains(section))
+            throw std::runtime_error("there is no section " + section.toStdString());
+    }
+    if (!arguments.isEmpty())
+        order.sections = arguments;
+    return order;
+}
+
+void measure(const Order& order)
 {
     const World world;
-    const MapWatch watch;
-    if (!waitUntil([&] { return watch.isManaged(); }, startTakesAtMost))
+    WindowWatch watch;
+    if (!waitUntil([&] { return watch.isManaged(); }, managerStartsWithin))
         throw std::runtime_error("openbox does not start");
     QThread::sleep(1); // while it goes on starting, it may overlook a window
-    const TrayHost tray(world.busAddress());
+    TrayHost tray(world.busAddress());
 
     double load = 0;
     getloadavg(&load, 1);
-    std::printf("## The program beside an empty window\n\n"
+    std::printf("## The program beside others\n\n"
                 "Load of the machine before: %.2f\n",
                 load);
-    compareStarts(watch);
-    compareMemory(watch);
-    compareActivity(watch, tray, countdown);
+    for (const QString& section : order.sections) {
+        if (section == QStringLiteral("start"))
+            compareStarts(watch);
+        else if (section == QStringLiteral("memory"))
+            compareMemory(watch);
+        else if (section == QStringLiteral("countdown"))
+            compareCountdown(watch, tray, order.time);
+        else if (section == QStringLiteral("widget"))
+            compareWidgetStates(watch, tray, order.time);
+        else
+            compareSnapshots();
+    }
 }
 
 } // namespace
 
-/// desktop_bench [SECONDS]: the time the countdown is watched for, 30 unless given.
+/// desktop_bench [SECONDS] [SECTION...]: how long a running program is watched, 30 s unless given,
+/// and what is measured, everything unless given: start, memory, countdown, widget, snapshot.
 int main(int argc, char* argv[])
 {
-    const QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen"); // it needs the fonts, but no display
+    const QGuiApplication application(argc, argv);
     endWaitsOnSignals();
-    const int seconds = argc > 1 ? std::atoi(argv[1]) : 0;
     try {
-        run(seconds > 0 ? std::chrono::seconds(seconds) : usualCountdown);
+        measure(orderOf(QCoreApplication::arguments()));
     } catch (const Interrupted&) {
         std::fprintf(stderr, "desktop_bench: interrupted\n");
     } catch (const std::exception& error) {

@@ -53,6 +53,21 @@ bool Program::hasEnded() const
            ended.si_pid != 0;
 }
 
+void Program::waitBeside(std::chrono::milliseconds time) const
+{
+    if (waitUntil([&] { return hasEnded(); }, time))
+        throw std::runtime_error("a program ended before it was measured");
+}
+
+void Program::waitForEnd() const
+{
+    siginfo_t ended = {};
+    while (waitid(P_PID, static_cast<id_t>(m_pid), &ended, WEXITED | WNOWAIT) != 0)
+        throwIfInterrupted();
+    if (ended.si_code != CLD_EXITED || ended.si_status != 0)
+        throw std::runtime_error("a program failed");
+}
+
 QByteArray Program::readLine() const
 {
     QByteArray line;

@@ -24,6 +24,12 @@ public:
 
     bool hasEnded() const;
 
+    /// Waits beside the running program. Throws when it ends: then it has no figures.
+    void waitBeside(std::chrono::milliseconds time) const;
+
+    /// Waits for its end; throws when it failed.
+    void waitForEnd() const;
+
     /// Waits for the next line of its standard output; empty when it ended without one.
     QByteArray readLine() const;
 

@@ -1,25 +1,16 @@
 #include "bench/desktop/Table.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <utility>
 
 namespace {
 
-std::string number(double value, int decimals)
-{
-    std::string text(64, '\0');
-    text.resize(
-        static_cast<std::size_t>(std::snprintf(text.data(), text.size(), "%.*f", decimals, value)));
-    return text;
-}
-
 std::string barOf(const Table::Row& row)
 {
     if (row.highestRatio)
-        return "ratio at most " + number(*row.highestRatio, 1);
+        return "ratio at most " + textOf(*row.highestRatio, 1);
     if (row.highestValue)
-        return "below " + number(*row.highestValue, 1);
+        return "below " + textOf(*row.highestValue, 1);
     return "–";
 }
 
@@ -34,8 +25,17 @@ std::string verdictOf(const Table::Row& row)
 
 } // namespace
 
-Table::Table(std::string title)
+std::string textOf(double number, int decimals)
+{
+    std::string text(64, '\0');
+    text.resize(static_cast<std::size_t>(
+        std::snprintf(text.data(), text.size(), "%.*f", decimals, number)));
+    return text;
+}
+
+Table::Table(std::string title, std::string reference)
     : m_title(std::move(title))
+    , m_reference(std::move(reference))
 {}
 
 void Table::add(Row row)
@@ -46,24 +46,15 @@ void Table::add(Row row)
 void Table::print() const
 {
     std::printf("\n### %s\n\n", m_title.c_str());
-    std::printf("| Figure | vantora | empty_window | Ratio | Bar | Holds |\n");
+    std::printf("| Figure | vantora | %s | Ratio | Bar | Holds |\n", m_reference.c_str());
     std::printf("|---|--:|--:|--:|---|---|\n");
     for (const Row& row : m_rows) {
         const std::string ratio =
-            row.reference > 0 ? number(row.value / row.reference, 2) : std::string("–");
+            row.reference > 0 ? textOf(row.value / row.reference, 2) : std::string("–");
         std::printf("| %s | %s | %s | %s | %s | %s |\n", row.figure.c_str(),
-                    number(row.value, row.decimals).c_str(),
-                    number(row.reference, row.decimals).c_str(), ratio.c_str(), barOf(row).c_str(),
+                    textOf(row.value, row.decimals).c_str(),
+                    textOf(row.reference, row.decimals).c_str(), ratio.c_str(), barOf(row).c_str(),
                     verdictOf(row).c_str());
     }
     std::fflush(stdout);
-}
-
-double median(std::vector<double> values)
-{
-    if (values.empty())
-        return 0;
-    std::sort(values.begin(), values.end());
-    const std::size_t middle = values.size() / 2;
-    return values.size() % 2 != 0 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }

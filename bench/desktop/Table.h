@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Prints figures of the program beside those of the empty window, as a Markdown table.
+/// Prints figures of the program beside those of another one, as a Markdown table.
 class Table
 {
 public:
@@ -18,14 +18,16 @@ public:
         std::optional<double> highestValue{};
     };
 
-    explicit Table(std::string title);
+    explicit Table(std::string title, std::string reference = "empty_window");
 
     void add(Row row);
     void print() const;
 
 private:
     std::string m_title;
+    std::string m_reference; ///< the name of the other program
     std::vector<Row> m_rows;
 };
 
-double median(std::vector<double> values);
+/// The number with so many decimals.
+std::string textOf(double number, int decimals);

@@ -15,13 +15,10 @@ const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 TrayHost::TrayHost(const QByteArray& busAddress)
     : m_bus(QDBusConnection::connectToBus(QString::fromLatin1(busAddress), QStringLiteral("tray")))
 {
-    if (!m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
-                              QDBusConnection::ExportAllProperties |
-                                  QDBusConnection::ExportScriptableInvokables) ||
-        !m_bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"))) {
-        QDBusConnection::disconnectFromBus(m_bus.name());
-        throw std::runtime_error("no tray on the session bus");
-    }
+    m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
+                         QDBusConnection::ExportAllProperties |
+                             QDBusConnection::ExportScriptableInvokables);
+    setPresent(true);
 }
 
 TrayHost::~TrayHost()
@@ -29,23 +26,43 @@ TrayHost::~TrayHost()
     QDBusConnection::disconnectFromBus(m_bus.name());
 }
 
+void TrayHost::setPresent(bool present)
+{
+    if (present == m_present)
+        return;
+    m_present = present;
+    m_title.clear();
+    const QString name = QStringLiteral("org.kde.StatusNotifierWatcher");
+    if (!(present ? m_bus.registerService(name) : m_bus.unregisterService(name)))
+        throw std::runtime_error("no tray on the session bus");
+}
+
 void TrayHost::RegisterStatusNotifierItem(const QString& service)
 {
     m_bus.connect(service, itemPath, itemInterface, QStringLiteral("NewTitle"), this,
                   SLOT(readTitle(QDBusMessage)));
+    m_title.clear();
+    readTitleOf(service);
 }
 
 void TrayHost::readTitle(const QDBusMessage& announcement)
 {
+    readTitleOf(announcement.service());
+}
+
+void TrayHost::readTitleOf(const QString& service)
+{
     QDBusMessage question = QDBusMessage::createMethodCall(
-        announcement.service(), itemPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+        service, itemPath, QStringLiteral("org.freedesktop.DBus.Properties"),
         QStringLiteral("Get"));
     question << itemInterface << QStringLiteral("Title");
     auto* answer = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         const QDBusPendingReply<QDBusVariant> title = *answer;
-        if (title.isValid() && !title.value().variant().toString().isEmpty())
+        if (title.isValid() && !title.value().variant().toString().isEmpty()) {
+            m_title = title.value().variant().toString();
             ++m_titlesRead;
+        }
         answer->deleteLater();
     });
 }

@@ -1,6 +1,7 @@
 #include "bench/log/DocumentReading.h"
 #include "bench/log/Figures.h"
 #include "bench/log/PeakMemory.h"
+#include "bench/support/Timing.h"
 #include "core/Clock.h"
 #include "log/DurableFile.h"
 #include "log/FileSystem.h"
@@ -39,6 +40,7 @@ class NoClock : public Clock
 public:
     Instant now() const override { return {}; }
     std::unique_ptr<Ticks> startTicks(std::function<void()>) override { return {}; }
+    std::unique_ptr<Ticks> startFrames(double, std::function<void()>) override { return {}; }
 };
 
 /// A history as days of use leave it: whole and fractional seconds, and push-up breaks.
