@@ -46,6 +46,10 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     place();
 
     connect(&frames, &FrameSource::frame, this, &FloatingPanel::showFrame);
+    connect(&frames, &FrameSource::animatedChanged, this, [this] {
+        m_compactness.jumpTo(m_compactness.target());
+        showFrame(m_frames.now());
+    });
 
     m_moveSettled.setSingleShot(true);
     m_moveSettled.setInterval(settledAfter);
