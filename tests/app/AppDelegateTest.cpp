@@ -4,13 +4,16 @@
 #include "log/FileSystem.h"
 #include "support/Fakes.h"
 #include "support/ManualClock.h"
+#include "support/Pointer.h"
 #include "support/Waiting.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QFile>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -60,6 +63,26 @@ protected:
         FAIL() << "no line " << line.toStdString();
     }
 
+    /// Clicks the widget's button of this name.
+    static void click(const QString& name)
+    {
+        for (QAbstractButton* button : window<FloatingPanel>()->findChildren<QAbstractButton*>()) {
+            if (button->isVisible() && button->isEnabled() && button->accessibleName() == name) {
+                Pointer pointer(*window<FloatingPanel>());
+                pointer.click(button->mapTo(window<FloatingPanel>(), button->rect().center()));
+                return;
+            }
+        }
+        FAIL() << "no button " << name.toStdString();
+    }
+
+    /// Lets everything that moves arrive.
+    void settle()
+    {
+        QCoreApplication::processEvents();
+        clock.passFrames(2, [] { QCoreApplication::processEvents(); });
+    }
+
     QTemporaryDir folder;
     ManualClock clock;
     MemorySettings settings;
@@ -95,7 +118,8 @@ TEST_F(AppDelegateTest, theCompactSwitchResizesTheWidgetFromItsTopEdge)
     ASSERT_TRUE(compact->isChecked());
     compact->click();
     EXPECT_EQ(window<FloatingPanel>()->size(), QSize(216, 76)) << "not before the next pass";
-    EXPECT_TRUE(waitUntil([] { return window<FloatingPanel>()->size() == QSize(250, 320); }));
+    settle();
+    EXPECT_EQ(window<FloatingPanel>()->size(), QSize(250, 320));
     EXPECT_EQ(window<FloatingPanel>()->pos(), corner);
     EXPECT_EQ(settings.values.value(QStringLiteral("compactMode")), QStringLiteral("false"));
 }
@@ -157,4 +181,88 @@ TEST_F(AppDelegateTest, theMenuTellsWhatItWillDo)
     EXPECT_FALSE(hasLine(QStringLiteral("Pause"))) << "there is nothing left to pause";
     choose(QStringLiteral("Restart Cycle"));
     EXPECT_TRUE(hasLine(QStringLiteral("Pause")));
+}
+
+TEST_F(AppDelegateTest, theWidgetsButtonsDoWhatTheMenuDoes)
+{
+    launch();
+    settle();
+    click(QStringLiteral("Hide widget"));
+    EXPECT_FALSE(window<FloatingPanel>()->isVisible());
+    choose(QStringLiteral("Show Widget"));
+    EXPECT_TRUE(window<FloatingPanel>()->isVisible());
+
+    choose(QStringLiteral("Logs…"));
+    ASSERT_TRUE(waitUntil([] { return tabs()->currentIndex() == 1; }));
+    click(QStringLiteral("Settings"));
+    EXPECT_TRUE(waitUntil([] { return tabs()->currentIndex() == 0; }));
+
+    click(QStringLiteral("Skip to next phase"));
+    settle();
+    choose(QStringLiteral("Skip to Next Phase"));
+    settle();
+    click(QStringLiteral("Done — next cycle"));
+    EXPECT_EQ(sound.played, QStringList{QStringLiteral("Funk")});
+    QFile file(folder.filePath(QStringLiteral("sessions.json")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains(R"("phaseRaw":2,"seconds":0,"reps":50)"));
+}
+
+TEST_F(AppDelegateTest, theWidgetsQuitButtonEndsTheEventLoop)
+{
+    launch();
+    settle();
+    QTimer::singleShot(0, delegate.get(), [] { click(QStringLiteral("Quit")); });
+    QTimer::singleShot(20'000, delegate.get(), [] { QCoreApplication::exit(1); });
+    EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST_F(AppDelegateTest, theFormButtonResizesTheWidgetFromItsTopEdge)
+{
+    launch();
+    settle();
+    const QPoint corner = window<FloatingPanel>()->pos();
+    click(QStringLiteral("Compact widget"));
+    settle();
+    EXPECT_EQ(window<FloatingPanel>()->geometry(), QRect(corner, QSize(216, 76)));
+    click(QStringLiteral("Full widget"));
+    settle();
+    EXPECT_EQ(window<FloatingPanel>()->geometry(), QRect(corner, QSize(250, 320)));
+}
+
+TEST_F(AppDelegateTest, settingTheFormThatIsThereAlreadyResizesNothing)
+{
+    launch();
+    settle();
+    choose(QStringLiteral("Settings…"));
+    auto* compact = tabs()->findChild<QCheckBox*>();
+    compact->click();
+    compact->click();
+    QCoreApplication::processEvents();
+    settle();
+    EXPECT_EQ(window<FloatingPanel>()->size(), QSize(250, 320));
+}
+
+TEST_F(AppDelegateTest, aHiddenWidgetHasItsNewFormWhenItComesBack)
+{
+    launch();
+    settle();
+    choose(QStringLiteral("Settings…"));
+    choose(QStringLiteral("Hide Widget"));
+    tabs()->findChild<QCheckBox*>()->click();
+    QCoreApplication::processEvents();
+    choose(QStringLiteral("Show Widget"));
+    EXPECT_EQ(window<FloatingPanel>()->size(), QSize(216, 76));
+}
+
+TEST_F(AppDelegateTest, aHiddenWidgetCostsNoFrames)
+{
+    launch();
+    settle();
+    EXPECT_EQ(clock.frameSources(), 1);
+    choose(QStringLiteral("Hide Widget"));
+    clock.passFrames(0.1, [] { QCoreApplication::processEvents(); });
+    clock.pass(3);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(clock.frameSources(), 0);
 }

@@ -6,7 +6,7 @@
 #include <QWindow>
 
 /// The mouse in the hand of the test. What it does goes the way of the window system's events.
-/// Places are in the coordinates of a shown widget.
+/// Places are in the coordinates of a shown widget; its very corner, (0, 0), cannot be reached.
 class Pointer
 {
 public:
@@ -21,12 +21,12 @@ public:
 
     void moveTo(QPoint at)
     {
-        m_at = at;
+        m_at = m_area.mapToGlobal(at);
         // A window keeps a pointer that was pressed on it.
         if (QGuiApplication::mouseButtons() != Qt::NoButton)
             QTest::mouseMove(window(), inWindow());
         else
-            QCursor::setPos(m_area.mapToGlobal(at));
+            QCursor::setPos(m_at);
         QCoreApplication::processEvents();
     }
 
@@ -52,8 +52,8 @@ public:
 
 private:
     QWindow* window() const { return m_area.window()->windowHandle(); }
-    QPoint inWindow() const { return m_area.mapTo(m_area.window(), m_at); }
+    QPoint inWindow() const { return m_area.window()->mapFromGlobal(m_at); }
 
     QWidget& m_area;
-    QPoint m_at;
+    QPoint m_at; ///< on the screen
 };

@@ -317,19 +317,7 @@ TEST_F(WidgetPointerTest, theCompactBandCoversTheContentRowOnly)
     settle();
     const QImage hovered = picture();
     EXPECT_EQ(changedBox(away, hovered), QRectF(0, 14, 216, 48));
-    // Frosted glass with a shade of 0.55 on it: much of what lies below is gone.
-    const QPoint onText(85, 45);
-    const auto spread = [&](const QImage& image) {
-        int least = 255;
-        int most = 0;
-        for (int x = 78; x < 100; ++x) { // texts on the left of the second button
-            least = std::min(least, qGray(image.pixel(x, onText.y())));
-            most = std::max(most, qGray(image.pixel(x, onText.y())));
-        }
-        return most - least;
-    };
-    EXPECT_GT(spread(away), 60);
-    // Between the buttons the band is dark everywhere.
+    // Between the buttons it is dark, whatever is below it.
     const QList<QPointF> centers = rowCenters(true, 6);
     for (qsizetype i = 1; i < centers.size(); ++i) {
         const QPoint gap = ((centers[i - 1] + centers[i]) / 2).toPoint();
