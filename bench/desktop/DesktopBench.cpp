@@ -224,10 +224,11 @@ int main(int argc, char* argv[])
     endWaitsOnSignals();
     try {
         measure(orderOf(QCoreApplication::arguments()));
+        return EXIT_SUCCESS;
     } catch (const Interrupted&) {
         std::fprintf(stderr, "desktop_bench: interrupted\n");
     } catch (const std::exception& error) {
         std::fprintf(stderr, "desktop_bench: %s\n", error.what());
     }
-    return 0;
+    return EXIT_FAILURE;
 }
