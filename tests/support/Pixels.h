@@ -49,15 +49,16 @@ inline QImage painted(QSizeF size, double scale, const std::function<void(QPaint
 }
 
 /// What `paint` paints when it is asked for one tile of the picture after another, as a window
-/// asks for it. The tiles are `side` logical pixels wide and somewhat higher.
+/// asks for it. The tiles are `side` logical pixels wide and somewhat higher; the first ones lie
+/// partly beyond the picture, so that others begin shortly behind its edges.
 inline QImage paintedInTiles(QSizeF size, double scale, int side,
                              const std::function<void(QPainter&, const QRectF& exposed)>& paint)
 {
     QImage image = blankPicture(size, scale);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (int y = 0; y < size.height(); y += side + 3) {
-        for (int x = 0; x < size.width(); x += side) {
+    for (int y = -(side + 1); y < size.height(); y += side + 3) {
+        for (int x = -(side - 2); x < size.width(); x += side) {
             const QRect tile(x, y, side, side + 3);
             painter.setClipRect(tile);
             paint(painter, tile);

@@ -118,7 +118,10 @@ TEST_F(FrameSourceTest, aSteadyRateKeepsItsSource)
     };
     CountingClock counting;
     FrameSource steady(counting);
-    QObject::connect(&steady, &FrameSource::frame, &asker, [&] { steady.request(12); });
+    QObject::connect(&steady, &FrameSource::frame, &asker, [&] {
+        steady.request(6);
+        steady.request(12);
+    });
     steady.request(12);
     counting.passFrames(1, [&] { steady.request(12); });
     EXPECT_EQ(counting.started, 1);

@@ -303,7 +303,7 @@ TEST(ProgressRingTest, theTurningRingGlowsLikeAWholeCircle)
         const Field glow = arcGlow(image, ringGeometry(compact), 1);
         for (std::size_t i = 0; i < glow.size(); ++i) {
             const Levels seen = levelsAt(image, int(i) % image.width(), int(i) / image.width());
-            ASSERT_NEAR(seen[3] / 255, 0.55 * glow[i], 0.03);
+            ASSERT_NEAR(seen[3] / 255, 0.55 * glow[i], 0.008);
             ASSERT_EQ(seen[0], seen[3]) << "in the dark tone";
         }
     }
