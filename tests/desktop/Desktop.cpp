@@ -144,12 +144,12 @@ xcb_window_t Desktop::openOtherWindow(const QRect& geometry) const
 {
     const xcb_window_t window = xcb_generate_id(m_connection);
     const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
-    const uint32_t background = screen->white_pixel;
-    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_root,
-                      static_cast<int16_t>(geometry.x()), static_cast<int16_t>(geometry.y()),
-                      static_cast<uint16_t>(geometry.width()),
-                      static_cast<uint16_t>(geometry.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      screen->root_visual, XCB_CW_BACK_PIXEL, &background);
+    const std::array<uint32_t, 2> attributes{screen->white_pixel, XCB_EVENT_MASK_FOCUS_CHANGE};
+    xcb_create_window(
+        m_connection, XCB_COPY_FROM_PARENT, window, m_root, static_cast<int16_t>(geometry.x()),
+        static_cast<int16_t>(geometry.y()), static_cast<uint16_t>(geometry.width()),
+        static_cast<uint16_t>(geometry.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+        screen->root_visual, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, attributes.data());
     // Where the test wants it, not where the window manager finds it a good place.
     constexpr uint32_t userPosition = 1;
     std::array<uint32_t, 18> hints{userPosition};
@@ -231,7 +231,55 @@ void Desktop::release(int button) const
 void Desktop::click(QPoint at, int button) const
 {
     press(at, button);
+    // A window manager holds presses back until it has looked at them; a release on its heels may
+    // overtake them.
+    waitForWindowManager();
     release(button);
+    waitForWindowManager();
+}
+
+void Desktop::waitForWindowManager() const
+{
+    const char* const answer = "_NET_FRAME_EXTENTS";
+    const xcb_window_t unmapped = xcb_generate_id(m_connection);
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, unmapped, m_root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    request(unmapped, "_NET_REQUEST_FRAME_EXTENTS", {});
+    if (!waitUntil([&] { return isSet(unmapped, answer); }))
+        qFatal("the window manager does not answer");
+    xcb_destroy_window(m_connection, unmapped);
+    xcb_flush(m_connection);
+}
+
+void Desktop::type(quint32 key) const
+{
+    const auto* setup = xcb_get_setup(m_connection);
+    const auto count = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    const auto mapping = owned(xcb_get_keyboard_mapping_reply(
+        m_connection, xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count), nullptr));
+    if (!mapping)
+        return;
+    const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
+    for (int code = 0; code < count; ++code) {
+        // The first symbol is what the key gives without a modifier.
+        if (symbols[code * mapping->keysyms_per_keycode] != key)
+            continue;
+        const auto keycode = static_cast<uint8_t>(setup->min_keycode + code);
+        fake(XCB_KEY_PRESS, keycode, {});
+        fake(XCB_KEY_RELEASE, keycode, {});
+        return;
+    }
+}
+
+int Desktop::focusLosses()
+{
+    while (const auto event = owned(xcb_poll_for_event(m_connection))) {
+        const auto* focus = reinterpret_cast<const xcb_focus_out_event_t*>(event.get());
+        // A grab of the keyboard by the window manager takes it for a moment only.
+        m_focusLosses +=
+            (event->response_type & 0x7F) == XCB_FOCUS_OUT && focus->mode == XCB_NOTIFY_MODE_NORMAL;
+    }
+    return m_focusLosses;
 }
 
 QImage Desktop::picture(const QRect& area) const

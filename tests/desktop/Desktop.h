@@ -55,10 +55,17 @@ public:
     void release(int button = 1) const;
     void click(QPoint at, int button = 1) const;
 
+    /// Presses and releases the key with this X11 name (its keysym) on the keyboard.
+    void type(quint32 key) const;
+
+    /// How often windows that were opened here lost the focus so far.
+    int focusLosses();
+
     /// What the screen shows there.
     QImage picture(const QRect& area) const;
 
 private:
+    void waitForWindowManager() const;
     void request(xcb_window_t window, const char* what, std::array<uint32_t, 5> data) const;
     bool isSet(xcb_window_t window, const char* name) const;
     QString titleOf(xcb_window_t window) const;
@@ -67,4 +74,5 @@ private:
 
     xcb_connection_t* m_connection;
     xcb_window_t m_root;
+    int m_focusLosses = 0;
 };

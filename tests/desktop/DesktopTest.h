@@ -58,6 +58,16 @@ protected:
         return desktop.active() == window && desktop.focused() == window;
     }
 
+    /// Lets the widget decide whether it takes the keyboard after a click. It waits for what else
+    /// may come, but not for a second of the countdown, which runs.
+    void letItDecide()
+    {
+        for (int seconds = 0; seconds < 2; ++seconds) {
+            const QString title = host.title();
+            ASSERT_TRUE(waitUntil([&] { return host.title() != title; }));
+        }
+    }
+
     bool titleBecomes(const QString& title)
     {
         return waitUntil([&] { return host.title() == title; });
