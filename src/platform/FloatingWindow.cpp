@@ -161,7 +161,9 @@ private:
 
     void take(xcb_timestamp_t offeredAt)
     {
-        if (offeredAt == m_pressedAt || !m_window.isVisible())
+        // It was about this click, or about one before it in quick succession.
+        const uint32_t clickedAfter = static_cast<uint32_t>(m_pressedAt) - offeredAt;
+        if (clickedAfter <= clickComesWithin.count() || !m_window.isVisible())
             return;
         xcb_connection_t* connection = x11Connection();
         xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT,
