@@ -41,7 +41,8 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     setWindowTitle(QStringLiteral("Vantora"));
     rootView->setParent(this);
     rootView->setPresent(
-        [this](const DevicePatch& frame) { return putOnWindow(*this, frame.image, frame.origin); });
+        [this](const DevicePatch& frame) { return putOnWindow(*this, frame.image, frame.origin); },
+        largestDirectPicture);
     setFixedSize(WidgetView::preferredSize(compact));
     place();
 

@@ -1,5 +1,7 @@
 #include "paint/TextLine.h"
 
+#include "paint/Group.h"
+
 #include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -141,5 +143,15 @@ void TextLine::fitInto(double room)
 
 void TextLine::draw(QPainter& painter, QPointF origin, const QBrush& brush) const
 {
-    painter.fillPath(m_outline.translated(origin), brush);
+    const QPainterPath placed = m_outline.translated(origin);
+    if (brush.style() != Qt::SolidPattern || brush.isOpaque()) {
+        painter.fillPath(placed, brush);
+        return;
+    }
+    // Opaque at first: Qt shares the blending of a translucent path out among threads, and waking
+    // them takes longer than the blending.
+    QColor opaque = brush.color();
+    opaque.setAlpha(255);
+    paintGroup(painter, brush.color().alphaF(), placed.controlPointRect().adjusted(-1, -1, 1, 1),
+               [&](QPainter& inner) { inner.fillPath(placed, opaque); });
 }

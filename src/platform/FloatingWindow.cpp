@@ -256,11 +256,9 @@ void setOutline(QWidget& window, const QPainterPath& outline)
 
 bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at)
 {
-    // Larger ones go faster through the memory that Qt shares with the X server.
-    constexpr qsizetype smallSize = 64 * 1024;
     constexpr uint8_t depth = 32;
     xcb_connection_t* connection = x11Connection();
-    if (!connection || picture.sizeInBytes() > smallSize ||
+    if (!connection || picture.sizeInBytes() > largestDirectPicture ||
         window.windowHandle()->format().alphaBufferSize() == 0 ||
         xcb_get_setup(connection)->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
         return false;

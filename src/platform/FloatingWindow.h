@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Qt>
+#include <QtGlobal>
 
 class QImage;
 class QPainterPath;
@@ -26,6 +27,10 @@ void settleAfterShow(QWidget& window);
 /// Lets only what is inside `outline` take clicks; those beside it go to what is behind `window`.
 /// Where nothing makes windows translucent, it also cuts the window there.
 void setOutline(QWidget& window, const QPainterPath& outline);
+
+/// What is larger than this, in bytes, is painted faster as usual, through the memory that Qt
+/// shares with the X server.
+inline constexpr qsizetype largestDirectPicture = 64 * 1024;
 
 /// Puts a small picture straight onto `window`, at a place in device pixels. False where that is
 /// not possible, or not cheaper than painting it as usual.

@@ -1,5 +1,6 @@
 #include "widget/ControlButton.h"
 
+#include "paint/Group.h"
 #include "paint/Symbol.h"
 
 #include <QPainter>
@@ -8,7 +9,7 @@
 namespace {
 
 constexpr QColor discColor(255, 255, 255, qRound(0.09 * 255));
-constexpr QColor symbolColor(255, 255, 255, qRound(0.75 * 255));
+constexpr double symbolOpacity = 0.75;
 
 /// The side of a symbol's square to the diameter of its button: text of 0.4 times the diameter,
 /// with the square of a symbol a third larger than the text beside it.
@@ -41,5 +42,6 @@ void ControlButton::paintButton(QPainter& painter, const QRectF& box) const
     const double side = symbolSide * box.width();
     QRectF square(0, 0, side, side);
     square.moveCenter(box.center());
-    drawSymbol(painter, m_symbol, square, symbolColor);
+    paintGroup(painter, symbolOpacity, box,
+               [&](QPainter& inner) { drawSymbol(inner, m_symbol, square, Qt::white); });
 }

@@ -134,13 +134,18 @@ public:
     float at(float turn) const
     {
         const float way = turn * m_circle;
+        // Most of an arc is far from both of its ends.
+        if (way - m_start > faded * m_sigma && m_end - way > faded * m_sigma)
+            return 1;
         return std::min(lightAt(way) + lightAt(way - m_circle) + lightAt(way + m_circle), 1.0F);
     }
 
 private:
+    /// In standard deviations.
+    static constexpr float faded = 4;
+
     float lightAt(float way) const
     {
-        constexpr float faded = 4;
         const float sinceStart = (way - m_start) / m_sigma;
         const float untilEnd = (m_end - way) / m_sigma;
         if (sinceStart > faded && untilEnd > faded)
@@ -227,8 +232,10 @@ void paintArc(QPainter& painter, const RingGeometry& ring, const Tones& tones, d
     const auto end = static_cast<float>(progress);
     const QPointF startPoint = pointAt(ring, 0) - ring.center;
     const QPointF endPoint = pointAt(ring, progress) - ring.center;
-    const auto distance = [](float x, float y, QPointF to) {
-        return std::hypot(x - static_cast<float>(to.x()), y - static_cast<float>(to.y()));
+    const auto squaredDistance = [](float x, float y, QPointF to) {
+        const float awayX = x - static_cast<float>(to.x());
+        const float awayY = y - static_cast<float>(to.y());
+        return awayX * awayX + awayY * awayY;
     };
     const RingColors colors(tones, opacity);
     Color dark = tones.dark;
@@ -237,16 +244,20 @@ void paintArc(QPainter& painter, const RingGeometry& ring, const Tones& tones, d
     const GlowProfile& across = glowProfile(ring);
     const ArcGlow along(ring, progress);
     const Band band = glowBand(ring);
-    visitAnnulus(
-        patch, ring.center, band.inner, band.outer, [&](QRgb& pixel, float x, float y, float away) {
-            const float turn = turnOf(x, y);
-            const float fromLine =
-                turn <= end ? std::abs(away - radius)
-                            : std::min(distance(x, y, startPoint), distance(x, y, endPoint));
-            const float coverage = lineCoverage(fromLine, halfWidth, scale);
-            const Pixel light = glow * (across.at(away) * along.at(turn));
-            pixel = toRgb(over(colors.at(turn) * coverage, light));
-        });
+    visitAnnulus(patch, ring.center, band.inner, band.outer,
+                 [&](QRgb& pixel, float x, float y, float away) {
+                     const float turn = turnOf(x, y);
+                     const float lit = along.at(turn);
+                     const float fromLine =
+                         turn <= end ? std::abs(away - radius)
+                                     : std::sqrt(std::min(squaredDistance(x, y, startPoint),
+                                                          squaredDistance(x, y, endPoint)));
+                     const float coverage = lineCoverage(fromLine, halfWidth, scale);
+                     if (lit == 0 && coverage == 0)
+                         return;
+                     const Pixel light = glow * (across.at(away) * lit);
+                     pixel = toRgb(over(colors.at(turn) * coverage, light));
+                 });
     drawPatch(painter, patch);
 }
 

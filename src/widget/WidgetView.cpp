@@ -187,7 +187,8 @@ bool WidgetView::presentFrame(Instant now)
 {
     const QRect moving = movingBounds(m_motion, now).toAlignedRect();
     const bool covered = m_motion.model.compact && m_motion.hover.at(now) > 0;
-    if (!m_present || m_stillBounds != moving || covered)
+    if (!m_present || m_stillBounds != moving || covered ||
+        m_still.image.sizeInBytes() > m_largestPresented)
         return false;
     DevicePatch frame = m_still;
     frame.paint([&](QPainter& painter) {

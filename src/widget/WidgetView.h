@@ -35,8 +35,13 @@ public:
     /// Puts a finished picture on the window without the rounds of a repaint; false if it cannot.
     using Present = std::function<bool(const DevicePatch&)>;
 
-    /// The way by which frames of the endless motions are shown, if there is one.
-    void setPresent(Present present) { m_present = std::move(present); }
+    /// The way by which frames of the endless motions are shown, if they are no larger than
+    /// `largest`, in bytes.
+    void setPresent(Present present, qsizetype largest)
+    {
+        m_present = std::move(present);
+        m_largestPresented = largest;
+    }
 
     QSize sizeHint() const override;
 
@@ -89,6 +94,7 @@ private:
     bool m_controlsFading = false; ///< as of the last frame
     double m_paintedProgress = 0;  ///< of the arc on the screen
     Present m_present;
+    qsizetype m_largestPresented = 0;
     DevicePatch m_still; ///< what stands still below the endless motions; made when needed
     QRect m_stillBounds;
 
