@@ -3,25 +3,48 @@
 #include <QFile>
 #include <QImage>
 
+#include <csetjmp>
 #include <png.h>
+
+namespace {
+
+void append(png_structp png, png_bytep bytes, png_size_t count)
+{
+    static_cast<QByteArray*>(png_get_io_ptr(png))
+        ->append(reinterpret_cast<const char*>(bytes), static_cast<qsizetype>(count));
+}
+
+/// An error of libpng's comes back as a false.
+bool writeRows(png_structp png, png_infop info, const QImage& rgba)
+{
+    if (setjmp(png_jmpbuf(png)) != 0)
+        return false;
+    png_set_compression_level(png, 1);
+    png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
+    png_set_IHDR(png, info, static_cast<png_uint_32>(rgba.width()),
+                 static_cast<png_uint_32>(rgba.height()), 8, PNG_COLOR_TYPE_RGBA,
+                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(png, info);
+    for (int row = 0; row < rgba.height(); ++row)
+        png_write_row(png, rgba.constScanLine(row));
+    png_write_end(png, nullptr);
+    return true;
+}
+
+} // namespace
 
 QByteArray encodePng(const QImage& image)
 {
     const QImage rgba = image.convertToFormat(QImage::Format_RGBA8888);
-    if (rgba.isNull())
-        return {};
-    png_image header{};
-    header.version = PNG_IMAGE_VERSION;
-    header.format = PNG_FORMAT_RGBA;
-    header.flags = PNG_IMAGE_FLAG_FAST;
-    header.width = static_cast<png_uint_32>(rgba.width());
-    header.height = static_cast<png_uint_32>(rgba.height());
-    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(header);
-    QByteArray encoded(static_cast<qsizetype>(size), Qt::Uninitialized);
-    const bool ok =
-        png_image_write_to_memory(&header, encoded.data(), &size, 0, rgba.constBits(),
-                                  static_cast<png_int_32>(rgba.bytesPerLine()), nullptr) != 0;
-    encoded.resize(ok ? static_cast<qsizetype>(size) : 0);
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png ? png_create_info_struct(png) : nullptr;
+    QByteArray encoded;
+    if (info && !rgba.isNull()) {
+        png_set_write_fn(png, &encoded, append, nullptr);
+        if (!writeRows(png, info, rgba))
+            encoded.clear();
+    }
+    png_destroy_write_struct(&png, &info);
     return encoded;
 }
 
