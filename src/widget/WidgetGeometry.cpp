@@ -117,7 +117,7 @@ constexpr double spacing = 12;
 constexpr double lineSpacing = 1;
 constexpr double checkMarkDiameter = 30;
 
-Geometry arrange(const TextStyle& readoutStyle)
+Geometry arrange(Readout::Kind kind, const TextStyle& readoutStyle)
 {
     const LineMetrics title = metricsOf(styles::compactTitle);
     const LineMetrics readout = metricsOf(readoutStyle);
@@ -140,6 +140,9 @@ Geometry arrange(const TextStyle& readoutStyle)
                         double(readout.height())};
     geometry.checkMark = {compactSize.width() - sidePadding - checkMarkDiameter,
                           middle - checkMarkDiameter / 2, checkMarkDiameter, checkMarkDiameter};
+    // Only a count has the check mark beside it.
+    if (kind == Readout::Kind::count)
+        geometry.readout.setRight(geometry.checkMark.left() - spacing);
     return geometry;
 }
 
@@ -152,9 +155,9 @@ QRect controlBand()
 
 const Geometry& geometry(Readout::Kind kind)
 {
-    static const Geometry withTime = arrange(styles::compactTime);
-    static const Geometry withDone = arrange(styles::compactDone);
-    static const Geometry withCount = arrange(styles::compactCount);
+    static const Geometry withTime = arrange(Readout::Kind::time, styles::compactTime);
+    static const Geometry withDone = arrange(Readout::Kind::done, styles::compactDone);
+    static const Geometry withCount = arrange(Readout::Kind::count, styles::compactCount);
     switch (kind) {
     case Readout::Kind::done:
         return withDone;

@@ -284,6 +284,18 @@ void paintCompactReadout(QPainter& painter, const Readout& readout, const Widget
     }
 }
 
+/// The title stands above readouts of different heights, and goes over from one to the other.
+double compactTitleBaseline(const Picture& picture)
+{
+    double sum = 0;
+    double weight = 0;
+    picture.motion.readouts.visit(picture.now, [&](const Readout& readout, double presence) {
+        sum += presence * compact::geometry(readout.kind).titleBaseline;
+        weight += presence;
+    });
+    return sum / weight;
+}
+
 void paintCompactTexts(const Picture& picture)
 {
     const compact::Geometry& place = compact::geometry(picture.motion.readouts.content().kind);
@@ -291,7 +303,7 @@ void paintCompactTexts(const Picture& picture)
                        compactSize.height());
     if (!picture.shows(texts))
         return;
-    paintTitle(picture, {place.textLeft, place.titleBaseline}, styles::compactTitle);
+    paintTitle(picture, {place.textLeft, compactTitleBaseline(picture)}, styles::compactTitle);
     picture.motion.readouts.visit(picture.now, [&](const Readout& readout, double presence) {
         const double opacity = readout.kind == Readout::Kind::time
                                    ? presence * picture.motion.timeOpacity.at(picture.now)
