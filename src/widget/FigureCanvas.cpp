@@ -40,8 +40,19 @@ void FigureCanvas::fill(const QPainterPath& path, const Color& color)
     painter.fillPath(path, toQColor(color));
 }
 
+FigureCanvas::Line::Line(QPointF from, QPointF to)
+    : x(static_cast<float>(from.x()))
+    , y(static_cast<float>(from.y()))
+    , dx(static_cast<float>(to.x() - from.x()))
+    , dy(static_cast<float>(to.y() - from.y()))
+    , perSquare(from == to ? 0 : 1 / (dx * dx + dy * dy))
+{}
+
 void FigureCanvas::stroke(std::span<const QPointF> points, double width, const Color& color)
 {
+    m_lines.clear();
+    for (std::size_t i = 1; i < points.size(); ++i)
+        m_lines.emplace_back(toPatch(points[i - 1]), toPatch(points[i]));
     const Pixel ink = pixelOf(color);
     const double radius = width / 2 * m_unit;
     const auto [highest, lowest] = std::ranges::minmax(points, {}, &QPointF::y);
@@ -51,53 +62,52 @@ void FigureCanvas::stroke(std::span<const QPointF> points, double width, const C
     const int lastRow = static_cast<int>(std::min(bottom, m_patch.image.height() - 1.0));
     for (int row = firstRow; row <= lastRow; ++row) {
         Run covered{m_patch.image.width(), -1};
-        for (std::size_t i = 1; i < points.size(); ++i) {
-            const Run run =
-                cover(row, toPatch(points[i - 1]), toPatch(points[i]), static_cast<float>(radius));
+        for (const Line& line : m_lines) {
+            const Run run = cover(line, static_cast<float>(radius), row);
             covered = {std::min(covered.first, run.first), std::max(covered.last, run.last)};
         }
-        blend(row, covered, ink);
+        blend(covered, ink, row);
     }
 }
 
-/// Adds what the line covers of the row's pixels, and says between which it does.
-FigureCanvas::Run FigureCanvas::cover(int row, QPointF from, QPointF to, float radius)
+/// The row's pixels that may be within `reach` of the line.
+FigureCanvas::Run FigureCanvas::around(const Line& line, float reach, int row) const
 {
     const Run nothing{m_patch.image.width(), -1};
-    const float reach = radius + 0.5F;
-    const auto x = static_cast<float>(from.x());
-    const auto dx = static_cast<float>(to.x() - from.x());
-    const auto dy = static_cast<float>(to.y() - from.y());
-    const float y = static_cast<float>(row) - static_cast<float>(from.y());
-
-    // The part of the line that is near enough to the row to reach it: from 0, its start, to 1.
+    const float y = static_cast<float>(row) - line.y;
+    // The part of the line that is as near to the row: from 0, its start, to 1, its end.
     float near = 0;
     float far = 1;
-    if (dy != 0) {
-        const auto [a, b] = std::minmax({(y - reach) / dy, (y + reach) / dy});
-        near = std::max(near, a);
-        far = std::min(far, b);
+    if (line.dy != 0) {
+        const float half = reach / std::abs(line.dy);
+        near = std::max(near, y / line.dy - half);
+        far = std::min(far, y / line.dy + half);
     }
-    if (near > far || (dy == 0 && std::abs(y) > reach))
+    if (near > far || (line.dy == 0 && std::abs(y) > reach))
         return nothing;
-    const auto [left, right] = std::minmax({x + near * dx, x + far * dx});
+    const float middle = line.x + (near + far) / 2 * line.dx;
+    const float half = (far - near) / 2 * std::abs(line.dx) + reach;
     const auto width = static_cast<float>(m_patch.image.width());
-    const Run run{static_cast<int>(std::max(std::ceil(left - reach), 0.0F)),
-                  static_cast<int>(std::min(std::floor(right + reach), width - 1))};
-    if (run.first > run.last)
-        return nothing;
+    const Run run{static_cast<int>(std::max(middle - half, 0.0F)),
+                  static_cast<int>(std::min(middle + half, width - 1))};
+    return run.first <= run.last ? run : nothing;
+}
 
-    const float square = dx * dx + dy * dy;
-    const float perSquare = square > 0 ? 1 / square : 0;
+/// Adds what the line covers of the row's pixels, and says between which it does.
+FigureCanvas::Run FigureCanvas::cover(const Line& line, float radius, int row)
+{
+    const float reach = radius + 0.5F;
+    const Run run = around(line, reach, row);
+    const float y = static_cast<float>(row) - line.y;
     const float inside = std::max(radius - 0.5F, 0.0F);
     const float most = std::min(2 * radius, 1.0F);
     float* coverage = m_coverage.data();
     // Covers one pixel, or says that it is covered as much as can be.
     const auto isFull = [&](int column) {
-        const float px = static_cast<float>(column) - x;
-        const float part = std::clamp((px * dx + y * dy) * perSquare, 0.0F, 1.0F);
-        const float awayX = px - part * dx;
-        const float awayY = y - part * dy;
+        const float x = static_cast<float>(column) - line.x;
+        const float part = std::clamp((x * line.dx + y * line.dy) * line.perSquare, 0.0F, 1.0F);
+        const float awayX = x - part * line.dx;
+        const float awayY = y - part * line.dy;
         const float away = awayX * awayX + awayY * awayY;
         if (away <= inside * inside)
             return true;
@@ -118,15 +128,19 @@ FigureCanvas::Run FigureCanvas::cover(int row, QPointF from, QPointF to, float r
 }
 
 /// Lays ink over the run's pixels as far as they are covered, and clears their coverage.
-void FigureCanvas::blend(int row, Run run, const Pixel& ink)
+void FigureCanvas::blend(Run run, const Pixel& ink, int row)
 {
     const QRgb solid = toRgb(ink);
     QRgb* pixels = m_patch.row(row);
     for (int column = run.first; column <= run.last; ++column) {
         const float part = std::exchange(m_coverage[static_cast<std::size_t>(column)], 0.0F);
-        if (part >= 1 && pixels[column] == 0)
-            pixels[column] = solid;
-        else if (part > 0)
-            pixels[column] = toRgb(over(ink * part, fromRgb(pixels[column])));
+        QRgb& pixel = pixels[column];
+        if (part <= 0)
+            continue;
+        // Most pixels are still empty.
+        if (pixel != 0)
+            pixel = toRgb(over(ink * part, fromRgb(pixel)));
+        else
+            pixel = part < 1 ? toRgb(ink * part) : solid;
     }
 }

@@ -31,6 +31,16 @@ public:
     void drawOnto(QPainter& painter) const { drawPatch(painter, m_patch); }
 
 private:
+    /// A straight line in the patch's pixels, with what is the same for all of them.
+    struct Line
+    {
+        Line(QPointF from, QPointF to);
+
+        float x, y;   ///< where it starts
+        float dx, dy; ///< from there to its end
+        float perSquare;
+    };
+
     /// Columns of a row, both included.
     struct Run
     {
@@ -39,11 +49,13 @@ private:
     };
 
     QPointF toPatch(QPointF point) const { return m_origin + point * m_unit; }
-    Run cover(int row, QPointF from, QPointF to, float radius);
-    void blend(int row, Run run, const Pixel& ink);
+    Run around(const Line& line, float reach, int row) const;
+    Run cover(const Line& line, float radius, int row);
+    void blend(Run run, const Pixel& ink, int row);
 
     DevicePatch m_patch;
     QPointF m_origin;              ///< in pixels from the middle of the patch's first one
     double m_unit;                 ///< in pixels
-    std::vector<float> m_coverage; ///< of a row's pixels by the stroke in the making
+    std::vector<Line> m_lines;     ///< of the stroke in the making
+    std::vector<float> m_coverage; ///< of a row's pixels by it
 };

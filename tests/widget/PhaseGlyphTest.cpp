@@ -174,6 +174,19 @@ TEST_P(PhaseGlyphTest, itStandsInTheTopLeftCornerOfARectangleThatIsNoSquare)
     EXPECT_EQ(high.copy(0, 100, 100, 100), nothing);
 }
 
+TEST_P(PhaseGlyphTest, itFollowsAPainterThatIsMovedAndScaled)
+{
+    const QImage expected = picture({120, 120}, QRectF(11.5, 7.25, 90, 90), GetParam(), today);
+    QImage moved(expected.size(), expected.format());
+    moved.fill(ground);
+    QPainter painter(&moved);
+    painter.translate(2.5, 4.25);
+    painter.scale(1.5, 1.5);
+    drawPhaseGlyph(painter, QRectF(6, 2, 60, 60), GetParam(), today);
+    painter.end();
+    EXPECT_EQ(moved, expected);
+}
+
 TEST_P(PhaseGlyphTest, inARectangleWithoutRoomItIsNotThere)
 {
     const QImage untouched = picture({20, 20}, QRectF(), GetParam(), 1);
