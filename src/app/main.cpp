@@ -12,7 +12,9 @@
 #include <QTimer>
 
 #include <chrono>
+#include <fontconfig/fontconfig.h>
 #include <malloc.h>
+#include <thread>
 
 using namespace std::chrono_literals;
 
@@ -35,6 +37,9 @@ int main(int argc, char* argv[])
     // The few threads here hardly ever allocate; a heap of its own for each would be mostly unused.
     ::mallopt(M_ARENA_MAX, 1);
     Snapshot::runIfRequested(argc, argv);
+    // Reading which fonts there are takes a third of the start; by the time that the first text
+    // needs them, a second processor has done it.
+    std::thread(FcInit).detach();
     QApplication application(argc, argv);
     const TerminationSignals terminationSignals;
     QApplication::setApplicationName(QStringLiteral("Vantora"));

@@ -221,8 +221,8 @@ double phaseGlyphSpeed(Phase phase)
         return 0.1;
     case Phase::standing: // the head
         return 0.03;
-    case Phase::pushups: // the shoulder
-        return 0.21;
+    case Phase::pushups: // the head
+        return 0.23;
     }
     return 0;
 }
