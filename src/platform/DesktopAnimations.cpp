@@ -23,6 +23,8 @@ using Groups = QMap<QString, QVariantMap>;
 void DesktopAnimations::watch(QDBusConnection bus)
 {
     qDBusRegisterMetaType<Groups>();
+    // Only what is known by name can be a parameter of a slot.
+    qRegisterMetaType<QDBusVariant>();
     bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"),
                 this, SLOT(settingChanged(QString, QString, QDBusVariant)));
     auto* watcher = new QDBusServiceWatcher(portalService, bus,
