@@ -1,4 +1,7 @@
-// The program with "--snapshot", without a display and without a bus.
+// The program with "--snapshot": without a display and without a bus, and beside a normal start.
+
+#include "DesktopTest.h"
+#include "WidgetPlaces.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -378,4 +381,36 @@ TEST_F(SnapshotModeTest, thePicturesDoNotDependOnTheFormThatWasStored)
     snapshot(path("plain")); // after which the compact form is stored
     snapshot(path("other"));
     EXPECT_EQ(differences(path("plain"), path("other")), "");
+}
+
+// --- beside a normal start ------------------------------------------------------------------
+
+TEST_F(DesktopTest, anOptionWithoutAFolderStartsTheProgramAsUsual)
+{
+    startVantora({QStringLiteral("--snapshot")});
+    EXPECT_EQ(desktop.geometry(widget()).size(), fullSize);
+    EXPECT_EQ(vantora->readAllStandardOutput().toStdString(), "");
+}
+
+TEST_F(DesktopTest, afterASnapshotTheWidgetIsCompact)
+{
+    QProcess& program =
+        world.startVantora({QStringLiteral("--snapshot"), world.path(QStringLiteral("shots"))});
+    ASSERT_TRUE(program.waitForFinished());
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_FALSE(QFile::exists(world.historyPath()));
+    startVantora();
+    EXPECT_EQ(desktop.geometry(widget()), QRect(QPoint(1680, 24), compactSize));
+}
+
+TEST_F(DesktopTest, aSnapshotBesideARunningProgramLeavesItAlone)
+{
+    startWithHost({});
+    const QRect area = desktop.geometry(widget());
+    QProcess& program =
+        world.startVantora({QStringLiteral("--snapshot"), world.path(QStringLiteral("shots"))});
+    ASSERT_TRUE(program.waitForFinished());
+    EXPECT_EQ(program.readAllStandardOutput().count('\n'), 8);
+    EXPECT_EQ(vantora->state(), QProcess::Running);
+    EXPECT_EQ(desktop.geometry(widget()), area);
 }

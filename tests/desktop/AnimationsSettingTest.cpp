@@ -1,0 +1,130 @@
+// The desktop's own setting for animations, told by its settings portal.
+
+#include "DesktopTest.h"
+#include "SettingsPortal.h"
+#include "WidgetPlaces.h"
+
+namespace {
+
+const QString gnome = QStringLiteral("org.gnome.desktop.interface");
+const QString gnomeKey = QStringLiteral("enable-animations");
+const QString appearance = QStringLiteral("org.freedesktop.appearance");
+const QString appearanceKey = QStringLiteral("reduced-motion");
+const QString kde = QStringLiteral("org.kde.kdeglobals.KDE");
+const QString kdeKey = QStringLiteral("AnimationDurationFactor");
+
+} // namespace
+
+class AnimationsSettingTest : public DesktopTest
+{
+protected:
+    QImage picture(const QRect& area) const
+    {
+        return desktop.picture(area.translated(desktop.geometry(widget()).topLeft()));
+    }
+
+    /// Watches the figure from one second of the countdown to the next one.
+    bool figureMovesInThisSecond() const
+    {
+        const QImage figure = picture(figureArea);
+        const QImage readout = picture(readoutArea);
+        bool moved = false;
+        EXPECT_TRUE(waitUntil([&] {
+            moved = moved || picture(figureArea) != figure;
+            return picture(readoutArea) != readout;
+        }));
+        return moved;
+    }
+
+    bool figureMoves() const
+    {
+        return waitUntil([this] { return figureMovesInThisSecond(); });
+    }
+
+    /// Its last motion may be in the second that the setting came in.
+    bool figureStandsStill() const
+    {
+        return waitUntil([this] { return !figureMovesInThisSecond(); });
+    }
+
+    SettingsPortal portal{world.busAddress()};
+};
+
+TEST_F(AnimationsSettingTest, withoutAPortalTheFigureMoves)
+{
+    startVantora();
+    EXPECT_TRUE(figureMoves());
+    EXPECT_TRUE(figureMovesInThisSecond());
+}
+
+TEST_F(AnimationsSettingTest, theFigureStandsStillFromTheStartWhereTheDesktopWantsIt)
+{
+    portal.set(gnome, gnomeKey, false);
+    portal.start();
+    startVantora();
+    EXPECT_TRUE(figureStandsStill());
+    EXPECT_FALSE(figureMovesInThisSecond());
+    EXPECT_EQ(portal.questions().size(), 1);
+}
+
+TEST_F(AnimationsSettingTest, theFigureFollowsTheSettingOfEveryDesktop)
+{
+    portal.start();
+    startVantora();
+    ASSERT_TRUE(figureMoves());
+    struct Setting
+    {
+        const QString& group;
+        const QString& key;
+        QVariant off;
+        QVariant on;
+    };
+    for (const Setting& setting : {
+             Setting{gnome, gnomeKey, false, true},
+             Setting{appearance, appearanceKey, 1U, 0U},
+             Setting{kde, kdeKey, 0.0, 1.0},
+         }) {
+        portal.set(setting.group, setting.key, setting.off);
+        EXPECT_TRUE(figureStandsStill()) << setting.group.toStdString();
+        portal.set(setting.group, setting.key, setting.on);
+        EXPECT_TRUE(figureMoves()) << setting.group.toStdString();
+    }
+}
+
+TEST_F(AnimationsSettingTest, otherSettingsChangeNothing)
+{
+    portal.set(gnome, QStringLiteral("cursor-blink"), false);
+    portal.set(QStringLiteral("org.example"), gnomeKey, false);
+    portal.start();
+    startVantora();
+    EXPECT_TRUE(figureMoves());
+    portal.set(QStringLiteral("org.example"), gnomeKey, false);
+    portal.set(appearance, QStringLiteral("color-scheme"), 1U);
+    EXPECT_TRUE(figureMovesInThisSecond());
+    EXPECT_TRUE(figureMovesInThisSecond());
+}
+
+TEST_F(AnimationsSettingTest, aPortalThatComesLateIsHeard)
+{
+    startVantora();
+    ASSERT_TRUE(figureMoves());
+    portal.set(gnome, gnomeKey, false); // nobody listens yet, by this name
+    portal.start();
+    EXPECT_TRUE(figureStandsStill());
+}
+
+TEST_F(AnimationsSettingTest, whereNothingMovesTheWidgetStillWorks)
+{
+    portal.set(gnome, gnomeKey, false);
+    portal.start();
+    startWithHost({});
+    ASSERT_TRUE(figureStandsStill());
+    const QRect area = desktop.geometry(widget());
+    desktop.click(area.topLeft() + buttonAt(2, 6, false));
+    EXPECT_TRUE(waitUntil(
+        [&] { return desktop.geometry(widget()) == QRect(area.topLeft(), compactSize); }));
+    desktop.click(area.topLeft() + buttonAt(0, 6, true));
+    EXPECT_TRUE(waitUntil([this] { return host.title().contains(QStringLiteral("⏸")); }));
+    desktop.click(area.topLeft() + buttonAt(2, 6, true));
+    EXPECT_TRUE(waitUntil([&] { return desktop.geometry(widget()) == area; }));
+}
