@@ -221,6 +221,9 @@ void Desktop::press(QPoint at, int button) const
 {
     moveTo(at);
     fake(XCB_BUTTON_PRESS, static_cast<uint8_t>(button), at);
+    // A window manager holds presses back until it has looked at them. What comes on its heels may
+    // overtake it.
+    waitForWindowManager();
 }
 
 void Desktop::release(int button) const
@@ -231,11 +234,7 @@ void Desktop::release(int button) const
 void Desktop::click(QPoint at, int button) const
 {
     press(at, button);
-    // A window manager holds presses back until it has looked at them; a release on its heels may
-    // overtake them.
-    waitForWindowManager();
     release(button);
-    waitForWindowManager();
 }
 
 void Desktop::waitForWindowManager() const
