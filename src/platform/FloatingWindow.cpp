@@ -12,6 +12,7 @@
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -137,7 +138,7 @@ public:
         if (event->type() == QEvent::WinIdChange && m_window.windowHandle())
             m_window.windowHandle()->installEventFilter(this);
         else if (event->type() == QEvent::MouseButtonPress)
-            m_pressedAt = static_cast<QMouseEvent*>(event)->timestamp();
+            rememberClick(static_cast<QMouseEvent*>(event)->timestamp());
         return false;
     }
 
@@ -159,11 +160,17 @@ public:
 private:
     static constexpr std::chrono::milliseconds clickComesWithin{100};
 
+    void rememberClick(quint64 time)
+    {
+        std::shift_right(m_clicks.begin(), m_clicks.end(), 1);
+        m_clicks.front() = time;
+    }
+
     void take(xcb_timestamp_t offeredAt)
     {
-        // It was about this click, or about one before it in quick succession.
-        const uint32_t clickedAfter = static_cast<uint32_t>(m_pressedAt) - offeredAt;
-        if (clickedAfter <= clickComesWithin.count() || !m_window.isVisible())
+        const bool isAboutClick =
+            std::find(m_clicks.begin(), m_clicks.end(), offeredAt) != m_clicks.end();
+        if (isAboutClick || !m_window.isVisible())
             return;
         xcb_connection_t* connection = x11Connection();
         xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT,
@@ -172,7 +179,9 @@ private:
     }
 
     QWidget& m_window;
-    quint64 m_pressedAt = 0; ///< by the clock of the X server, in milliseconds
+    /// When the last clicks began, by the clock of the X server, in milliseconds; more of them than
+    /// there are while an offer waits.
+    std::array<quint64, 8> m_clicks{};
 };
 
 } // namespace
