@@ -186,7 +186,7 @@ void WidgetView::showFrame(Instant now)
 bool WidgetView::presentFrame(Instant now)
 {
     const QRect moving = movingBounds(m_motion, now).toAlignedRect();
-    const bool covered = m_motion.model.compact && m_motion.hover.at(now) > 0;
+    const bool covered = (m_motion.model.compact && m_motion.hover.at(now) > 0) || hasFocus();
     if (!m_present || m_stillBounds != moving || covered ||
         m_still.image.sizeInBytes() > m_largestPresented)
         return false;

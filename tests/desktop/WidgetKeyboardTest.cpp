@@ -98,6 +98,30 @@ TEST_F(WidgetKeyboardTest, returnOnTheCardAcknowledges)
     EXPECT_TRUE(titleBegins(QStringLiteral("\U0001F9CD 0:0")));
 }
 
+TEST_F(WidgetKeyboardTest, theRingAroundTheCardStaysWhileThePulseGoesOnUnderIt)
+{
+    world.writeFile(world.settingsPath(), "[General]\ncompactMode=true\n");
+    startWithHost();
+    ASSERT_TRUE(titleBecomes(QStringLiteral("\U0001FA91 ✓")));
+    giveKeyboard();
+    const QPoint corner = desktop.geometry(widget()).topLeft();
+    const auto ringIsSeen = [&] {
+        const QImage edge = desktop.picture(QRect(corner + QPoint(2, 30), QSize(1, 16)));
+        for (int y = 0; y < edge.height(); ++y) {
+            if (qGray(edge.pixel(0, y)) < 150)
+                return false;
+        }
+        return true;
+    };
+    ASSERT_TRUE(waitUntil(ringIsSeen));
+    for (int frame = 0; frame < 20; ++frame) {
+        const QRect pulse(corner + QPoint(4, 4), QSize(60, 68));
+        const QImage before = desktop.picture(pulse);
+        ASSERT_TRUE(waitUntil([&] { return desktop.picture(pulse) != before; }));
+        EXPECT_TRUE(ringIsSeen()) << frame;
+    }
+}
+
 TEST_F(WidgetKeyboardTest, aWidgetThatEndsWithTheKeyboardInItEndsInGoodOrder)
 {
     startWithHost({});
