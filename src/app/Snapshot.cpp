@@ -125,6 +125,7 @@ void print(const QString& line)
 {
     const QByteArray bytes = QFile::encodeName(line) + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
+    std::fflush(stdout);
 }
 
 void writePicture(const QString& name, const QByteArray& png, const QString& folder)
@@ -145,13 +146,15 @@ void writePictures(const QString& folder, SettingsStore& settings, const QString
     SystemClock clock;
     QDir().mkpath(folder);
     // One picture is compressed, which takes longest, while the next is drawn.
-    std::array<std::future<QByteArray>, poses.size()> encoded;
-    for (std::size_t i = 0; i < poses.size(); ++i) {
-        encoded[i] = std::async(std::launch::async, encodePng,
-                                rendered(poses[i], clock, settings, arguments));
+    std::future<QByteArray> last;
+    for (std::size_t i = 0; i <= poses.size(); ++i) {
+        std::future<QByteArray> next;
+        if (i < poses.size())
+            next = std::async(encodePng, rendered(poses[i], clock, settings, arguments));
+        if (i > 0)
+            writePicture(QLatin1String(poses[i - 1].name), last.get(), folder);
+        last = std::move(next);
     }
-    for (std::size_t i = 0; i < poses.size(); ++i)
-        writePicture(QLatin1String(poses[i].name), encoded[i].get(), folder);
 }
 
 } // namespace

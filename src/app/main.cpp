@@ -39,7 +39,7 @@ int main(int argc, char* argv[])
     Snapshot::runIfRequested(argc, argv);
     // Reading which fonts there are takes a third of the start; by the time that the first text
     // needs them, a second processor has done it.
-    std::thread(FcInit).detach();
+    std::jthread fontLookup([] { FcInit(); });
     QApplication application(argc, argv);
     const TerminationSignals terminationSignals;
     QApplication::setApplicationName(QStringLiteral("Vantora"));

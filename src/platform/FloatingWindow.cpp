@@ -272,13 +272,18 @@ bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at)
         xcb_get_setup(connection)->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
         return false;
     const auto id = static_cast<xcb_window_t>(window.internalWinId());
-    const xcb_gcontext_t context = xcb_generate_id(connection);
-    xcb_create_gc(connection, context, id, 0, nullptr);
+    // One for all frames of a window: ids of such things come to an end within a day.
+    static xcb_window_t lastWindow = XCB_WINDOW_NONE;
+    static xcb_gcontext_t context = XCB_NONE;
+    if (lastWindow != id) {
+        lastWindow = id;
+        context = xcb_generate_id(connection);
+        xcb_create_gc(connection, context, id, 0, nullptr);
+    }
     xcb_put_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, id, context,
                   static_cast<uint16_t>(picture.width()), static_cast<uint16_t>(picture.height()),
                   static_cast<int16_t>(at.x()), static_cast<int16_t>(at.y()), 0, depth,
                   static_cast<uint32_t>(picture.sizeInBytes()), picture.constBits());
-    xcb_free_gc(connection, context);
     xcb_flush(connection);
     return true;
 }

@@ -70,7 +70,7 @@ void FadingButton::paintEvent(QPaintEvent*)
 void FadingButton::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click();
+        event->isAutoRepeat() ? event->accept() : click();
     else
         QAbstractButton::keyPressEvent(event);
 }

@@ -46,6 +46,13 @@ constexpr double focusInset = 2.5;
 constexpr double focusWidth = 1.5;
 constexpr QColor focusColor(255, 255, 255, 230);
 
+/// The rectangle with the pixels that it has only a part of, as it has at scales between whole
+/// ones.
+QRectF withEdges(const QRect& rect)
+{
+    return rect.adjusted(-1, -1, 1, 1);
+}
+
 QRectF centeredIn(const QRectF& room, QSizeF size)
 {
     const double left = room.center().x() - size.width() / 2;
@@ -87,8 +94,8 @@ WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameS
     onNextPass(engine, this, [this] { reread(); });
     connect(&frames, &FrameSource::frame, this, &WidgetView::showFrame);
     connect(&frames, &FrameSource::animatedChanged, this, [this] {
-        m_motion.follow(m_motion.model, m_frames.now(), m_frames.isAnimated());
-        showControls(m_frames.now());
+        m_motion.follow(m_motion.model, shownTime(), m_frames.isAnimated());
+        showControls(shownTime());
         update();
     });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
@@ -102,6 +109,12 @@ WidgetView::~WidgetView()
 {
     // A widget that goes gives up its focus, which is told when there is no view left to hear it.
     qApp->disconnect(this);
+}
+
+/// Where nothing may move, it is always the same moment.
+Instant WidgetView::shownTime() const
+{
+    return m_frames.isAnimated() ? m_frames.now() : Instant();
 }
 
 QSize WidgetView::sizeHint() const
@@ -132,7 +145,7 @@ void WidgetView::reread()
     const WidgetModel last = m_motion.model;
     if (next == last)
         return;
-    const Instant now = m_frames.now();
+    const Instant now = shownTime();
     // What is not seen arrives at once.
     m_motion.follow(next, now, m_frames.isAnimated() && isExposed());
 
@@ -192,7 +205,7 @@ bool WidgetView::presentFrame(Instant now)
         return false;
     DevicePatch frame = m_still;
     frame.paint([&](QPainter& painter) {
-        paintWidget(painter, m_motion, now, size(), moving, Layers::moving);
+        paintWidget(painter, m_motion, now, size(), withEdges(moving), Layers::moving);
     });
     return m_present(frame);
 }
@@ -289,8 +302,7 @@ void WidgetView::keepFocus(int button)
 
 void WidgetView::paintEvent(QPaintEvent* event)
 {
-    // Where nothing may move, it is always the same moment.
-    const Instant now = m_frames.isAnimated() ? m_frames.now() : Instant();
+    const Instant now = shownTime();
     QPainter painter(this);
     for (const QRect& part : event->region()) {
         painter.setClipRect(part);
@@ -328,7 +340,7 @@ void WidgetView::paintPart(QPainter& painter, const QRect& part, Instant now)
     if (m_stillBounds != moving || !m_still.fits(painter)) {
         m_still = DevicePatch(painter, moving);
         m_still.paint([&](QPainter& inner) {
-            paintWidget(inner, m_motion, now, size(), moving, Layers::still);
+            paintWidget(inner, m_motion, now, size(), withEdges(moving), Layers::still);
         });
         m_stillBounds = moving;
     }
@@ -351,6 +363,23 @@ void WidgetView::setHovering(bool hovering)
         return;
     m_hovering = hovering;
     reread();
+}
+
+void WidgetView::showEvent(QShowEvent*)
+{
+    if (QWindow* shownIn = window()->windowHandle())
+        shownIn->installEventFilter(this);
+}
+
+/// A window that comes back, as after the desktop was shown, is shown as it was; it is not painted,
+/// which would let it move on.
+bool WidgetView::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::Expose && isExposed()) {
+        showControls(m_frames.now());
+        update();
+    }
+    return false;
 }
 
 void WidgetView::hideEvent(QHideEvent*)

@@ -58,7 +58,9 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -68,6 +70,7 @@ protected:
 
 private:
     WidgetModel readModel() const;
+    Instant shownTime() const;
     void reread();
     void setHovering(bool hovering);
     void showFrame(Instant now);
