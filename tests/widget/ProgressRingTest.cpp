@@ -85,12 +85,20 @@ Field arcMask(const QImage& image, const RingGeometry& ring, double progress)
         }
         int covered = 0;
         for (int i = 0; i < side * side; ++i) {
-            const QPointF part(i % side - (side - 1) / 2.0, i / side - (side - 1) / 2.0);
-            covered += inLine(way + part / (side * scale));
+            const QPoint part(i % side, i / side);
+            const QPointF fromMiddle = QPointF(part) - QPointF(side - 1, side - 1) / 2;
+            covered += inLine(way + fromMiddle / (side * scale));
         }
         mask.push_back(covered / double(side * side));
     });
     return mask;
+}
+
+/// Where a pixel of a picture this wide is in a field.
+std::size_t indexOf(int x, int y, int width)
+{
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+           static_cast<std::size_t>(x);
 }
 
 /// Blurred along the rows by a Gaussian of `sigma` pixels, and turned on its side.
@@ -107,10 +115,10 @@ Field blurredRows(const Field& field, int width, double sigma)
     Field result(field.size());
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
-            double& value = result[static_cast<std::size_t>(x * height + y)];
+            double& value = result[indexOf(y, x, height)];
             for (int i = std::max(-reach, -x); i <= std::min(reach, width - 1 - x); ++i) {
-                value += field[static_cast<std::size_t>(y * width + x + i)] *
-                         kernel[static_cast<std::size_t>(i + reach)] / sum;
+                const double weight = kernel[static_cast<std::size_t>(i + reach)] / sum;
+                value += field[indexOf(x + i, y, width)] * weight;
             }
         }
     }
@@ -267,7 +275,7 @@ TEST(ProgressRingTest, theGlowIsABlurOfTheArc)
                 if (fromArc(ring, progress, way) < ring.lineWidth / 2 + 0.5)
                     return;
                 const Levels seen = levelsAt(image, x, y);
-                const double expected = 0.55 * glow[std::size_t(y * image.width() + x)];
+                const double expected = 0.55 * glow[indexOf(x, y, image.width())];
                 ASSERT_NEAR(seen[3] / 255, expected, 0.03)
                     << x << ", " << y << " with progress " << progress;
                 ASSERT_NEAR(seen[0], seen[3], 1) << "in the dark tone";

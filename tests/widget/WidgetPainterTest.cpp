@@ -437,9 +437,9 @@ TEST(WidgetPainterTest, theRingShowsTheProgressOfTheModel)
 {
     for (const bool compact : bothForms) {
         const RingGeometry& ring = ringGeometry(compact);
-        for (WidgetModel model : {modelOf(Phase::sitting, State::running, compact),
-                                  modelOf(Phase::standing, State::complete, compact),
-                                  modelOf(Phase::pushups, State::running, compact)}) {
+        for (const WidgetModel& model : {modelOf(Phase::sitting, State::running, compact),
+                                         modelOf(Phase::standing, State::complete, compact),
+                                         modelOf(Phase::pushups, State::running, compact)}) {
             const QImage seen = pictureOf(model);
             const QImage expected = expectedPicture(model, {});
             // The ring is in the square around it, but for the figure in the middle.
