@@ -158,13 +158,14 @@ xcb_window_t Desktop::openOtherWindow(const QRect& geometry) const
     constexpr std::array<uint32_t, 9> takesInput{1, 1};
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_HINTS,
                         XCB_ATOM_WM_HINTS, 32, takesInput.size(), takesInput.data());
+    xcb_map_window(m_connection, window);
     // A window manager that is still starting may not see a request before the next one.
-    const auto isManaged = [&] { return windows().contains(window); };
+    int requests = 0;
     do {
-        xcb_unmap_window(m_connection, window);
-        xcb_map_window(m_connection, window);
-        xcb_flush(m_connection);
-    } while (!waitUntil(isManaged, std::chrono::milliseconds(200)));
+        if (++requests > 100)
+            qFatal("the window manager does not take up a window");
+        request(window, "_NET_REQUEST_FRAME_EXTENTS", {});
+    } while (!waitUntil([&] { return windows().contains(window); }, std::chrono::milliseconds(200)));
     return window;
 }
 
