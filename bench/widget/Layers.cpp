@@ -174,18 +174,25 @@ private:
         const WidgetMotion motion(shown, {});
         const QRect part = around(movingBounds(motion, {}));
         add(std::move(name), part,
-            [=, still = DevicePatch(), size = m_whole.size()](QPainter& painter,
-                                                              double seconds) mutable {
-                if (still.image.isNull() || !still.fits(painter)) {
-                    still = DevicePatch(painter, part);
-                    still.paint([&](QPainter& inner) {
-                        paintWidget(inner, motion, {}, size, part, Layers::still);
+            [=, still = DevicePatch(), over = DevicePatch(),
+             size = m_whole.size()](QPainter& painter, double seconds) mutable {
+                const auto layer = [&](Layers layers) {
+                    DevicePatch patch(painter, part);
+                    patch.paint([&](QPainter& inner) {
+                        paintWidget(inner, motion, {}, size, part, layers);
                     });
+                    return patch;
+                };
+                if (still.image.isNull() || !still.fits(painter)) {
+                    still = layer(Layers::still);
+                    over = layer(Layers::over);
                 }
                 painter.setCompositionMode(QPainter::CompositionMode_Source);
                 drawPatch(painter, still);
                 painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
                 paintWidget(painter, motion, {seconds}, size, part, Layers::moving);
+                if (shown.isComplete())
+                    drawPatch(painter, over);
             });
     }
 

@@ -207,7 +207,8 @@ void AppDelegate::openPanel(int tab)
             m_engine, m_panelTab, [this]() -> SessionStore& { return sharedSessionStore(); }));
         m_settingsWindow->adjustSize();
         QRect frame = m_settingsWindow->frameGeometry();
-        frame.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
+        if (const QScreen* screen = QGuiApplication::primaryScreen())
+            frame.moveCenter(screen->availableGeometry().center());
         m_settingsWindow->move(frame.topLeft());
     }
     m_panelTab.tab = tab;

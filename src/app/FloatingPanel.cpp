@@ -47,7 +47,7 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     place();
 
     connect(&frames, &FrameSource::frame, this, &FloatingPanel::showFrame);
-    connect(&frames, &FrameSource::animatedChanged, this, [this] {
+    connect(&frames, &FrameSource::interrupted, this, [this] {
         m_compactness.jumpTo(m_compactness.target());
         showFrame(m_frames.now());
     });

@@ -2,6 +2,7 @@
 
 #include "paint/Pixel.h"
 #include "widget/Annulus.h"
+#include "widget/Wrapped.h"
 
 #include <QPainter>
 
@@ -27,7 +28,7 @@ void paintCompletionPulse(QPainter& painter, const RingGeometry& ring, const Col
         return;
     DevicePatch patch(painter, painted);
     for (const double delay : {0.0, 0.5}) {
-        const double part = std::fmod(seconds / period + delay, 1.0);
+        const double part = wrapped(seconds / period + delay, 1);
         // The whole drawing grows, the width of its line included.
         const double scale = 1 + part * growth;
         const double radius = ring.radius() * scale;

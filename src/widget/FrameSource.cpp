@@ -1,6 +1,7 @@
 #include "widget/FrameSource.h"
 
 #include <algorithm>
+#include <utility>
 
 FrameSource::FrameSource(Clock& clock)
     : m_clock(clock)
@@ -13,7 +14,7 @@ void FrameSource::setAnimated(bool animated)
     m_animated = animated;
     m_requestedRate = 0;
     keepTicking();
-    Q_EMIT animatedChanged(animated);
+    Q_EMIT interrupted();
 }
 
 void FrameSource::request(double framesPerSecond)
@@ -29,7 +30,9 @@ void FrameSource::tick()
 {
     m_requestedRate = 0;
     m_inFrame = true;
-    Q_EMIT frame(now());
+    if (const Instant last = std::exchange(m_lastFrame, now()); m_lastFrame - last < 0)
+        Q_EMIT interrupted();
+    Q_EMIT frame(m_lastFrame);
     m_inFrame = false;
     keepTicking();
 }

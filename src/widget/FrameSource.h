@@ -29,7 +29,9 @@ Q_SIGNALS:
     /// A frame is due. Whoever moves on asks for the next one now.
     void frame(Instant now);
 
-    void animatedChanged(bool animated);
+    /// All that moves arrives at once: something may move again or may no longer, or the clock was
+    /// set back.
+    void interrupted();
 
 private:
     void tick();
@@ -37,6 +39,7 @@ private:
 
     Clock& m_clock;
     std::unique_ptr<Ticks> m_ticks;
+    Instant m_lastFrame;
     double m_rate = 0;          ///< of the ticks, in frames a second
     double m_requestedRate = 0; ///< for the next frame; 0 while there is to be none
     bool m_inFrame = false;

@@ -2,6 +2,7 @@
 
 #include "paint/ContinuousCorners.h"
 #include "widget/FigureCanvas.h"
+#include "widget/Wrapped.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -50,7 +51,7 @@ void drawWisp(FigureCanvas& canvas, QPointF from, double opacity)
 void drawSteam(FigureCanvas& canvas, double t)
 {
     for (const int k : {0, 1}) {
-        const double rise = std::fmod(10 * t + 15.2 * k, 14);
+        const double rise = wrapped(10 * t + 15.2 * k, 14);
         const double x = 65 + 4 * k + 1.6 * std::sin(2.4 * t + 1.9 * k);
         const double opacity = 0.55 - rise / 22;
         if (opacity > 0)

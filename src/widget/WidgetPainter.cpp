@@ -319,22 +319,24 @@ void paintContent(const Picture& picture, bool inCompact, Layers layers)
     const RingGeometry& ring = ringGeometry(inCompact);
     const Tones tones = tonesOf(picture);
     const double complete = picture.motion.complete.at(picture.now);
-    const bool still = layers != Layers::moving;
-    const bool moving = layers != Layers::still;
+    const bool all = layers == Layers::all;
+    const bool moving = all || layers == Layers::moving;
+    // Ring and texts lie over the pulse; below a turning ring the still one moves up with it.
+    const Layers textLayer = complete > 0 ? Layers::over : Layers::still;
+    const bool turnsInPulse = complete > 0 && picture.motion.turning.at(picture.now) > 0;
+    const Layers ringLayer = turnsInPulse ? Layers::moving : textLayer;
 
-    if (still && !inCompact)
+    if ((all || layers == Layers::still) && !inCompact)
         paintHeader(picture);
     if (moving && complete > 0) {
         paintCompletionPulse(picture.painter, ring, tones.dark, picture.now.seconds, complete,
                              picture.exposed);
     }
-    // Ring and texts lie over the pulse, so beside it they are drawn in each of its frames.
-    const bool paintsRest = complete > 0 ? moving : still;
-    if (paintsRest)
+    if (all || layers == ringLayer)
         paintStillRing(picture, ring, tones);
     if (moving)
         paintMovingRing(picture, ring, tones);
-    if (paintsRest) {
+    if (all || layers == textLayer) {
         if (inCompact)
             paintCompactTexts(picture);
         else
@@ -349,7 +351,7 @@ void paintWidget(QPainter& painter, const WidgetMotion& motion, Instant now, QSi
 {
     painter.setRenderHint(QPainter::Antialiasing);
     const double compactness = motion.compactness.at(now);
-    if (layers != Layers::moving) {
+    if (layers == Layers::all || layers == Layers::still) {
         Color glow = mixedTone(motion, now, &PhaseFacts::darkTone);
         glow.opacity = calmGlow + (completeGlow - calmGlow) * motion.complete.at(now);
         paintCard(painter, {size, compactnessOf(size), glow}, exposed);

@@ -5,9 +5,13 @@
 
 class QPainter;
 
-/// Whether a picture of the widget is wanted whole, or in two: what stands still while nothing but
-/// the endless motions go on, and what is drawn over it in each frame.
-enum class Layers { all, still, moving };
+/// Which part of a picture of the widget is wanted, while nothing but the endless motions go on.
+enum class Layers {
+    all,
+    still,  ///< what stands still
+    moving, ///< what is drawn over it in each frame
+    over,   ///< what stands still over that, on transparent ground; empty but during the pulse
+};
 
 /// Paints the widget without its controls as it is at `now`, but no more than `exposed` of it.
 void paintWidget(QPainter& painter, const WidgetMotion& motion, Instant now, QSizeF size,

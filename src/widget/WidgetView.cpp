@@ -93,8 +93,8 @@ WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameS
 
     onNextPass(engine, this, [this] { reread(); });
     connect(&frames, &FrameSource::frame, this, &WidgetView::showFrame);
-    connect(&frames, &FrameSource::animatedChanged, this, [this] {
-        m_motion.follow(m_motion.model, shownTime(), m_frames.isAnimated());
+    connect(&frames, &FrameSource::interrupted, this, [this] {
+        m_motion.follow(m_motion.model, shownTime(), false);
         showControls(shownTime());
         update();
     });
@@ -204,9 +204,7 @@ bool WidgetView::presentFrame(Instant now)
         m_still.image.sizeInBytes() > m_largestPresented)
         return false;
     DevicePatch frame = m_still;
-    frame.paint([&](QPainter& painter) {
-        paintWidget(painter, m_motion, now, size(), withEdges(moving), Layers::moving);
-    });
+    frame.paint([&](QPainter& painter) { paintMoving(painter, moving, now); });
     return m_present(frame);
 }
 
@@ -235,7 +233,9 @@ double WidgetView::frameRate(Instant now) const
     // So many come with the ticks of the countdown anyway.
     if (rate < ticksPerSecond)
         rate = 0;
-    if (m_motion.complete.at(now) > 0 || m_motion.turning.at(now) > 0)
+    // The turning ring needs no more frames than a figure: its colours change by little over its
+    // length.
+    if (m_motion.complete.at(now) > 0)
         rate = FrameSource::maximumRate;
     else if (m_motion.isAliveAt(now))
         rate = std::max(rate, figureRate(m_motion.model.phase, ring.glyphSize * scale));
@@ -279,8 +279,11 @@ void WidgetView::showControls(Instant now)
     offer(m_compactControls, model.compact, compactness > 0);
     offer(m_capsule, !model.compact && model.offersDone(), compactness < 1 && done > 0);
     offer(m_checkMark, model.compact && model.offersDone(), compactness > 0 && done > 0);
-    if (!model.hovered)
-        m_compactControls->setAttribute(Qt::WA_TransparentForMouseEvents);
+    // What is not seen is not pressed, by a finger for example, which comes without hovering.
+    if (!model.hovered) {
+        for (ControlRow* row : {m_fullControls, m_compactControls})
+            row->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
     keepFocus(focusedButton);
 }
 
@@ -337,17 +340,33 @@ void WidgetView::paintPart(QPainter& painter, const QRect& part, Instant now)
         paintWidget(painter, m_motion, now, size(), part);
         return;
     }
-    if (m_stillBounds != moving || !m_still.fits(painter)) {
-        m_still = DevicePatch(painter, moving);
-        m_still.paint([&](QPainter& inner) {
-            paintWidget(inner, m_motion, now, size(), withEdges(moving), Layers::still);
-        });
-        m_stillBounds = moving;
-    }
+    if (m_stillBounds != moving || !m_still.fits(painter))
+        makeStill(painter, moving, now);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     drawPatch(painter, m_still);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    paintWidget(painter, m_motion, now, size(), part, Layers::moving);
+    paintMoving(painter, part, now);
+}
+
+void WidgetView::makeStill(const QPainter& painter, const QRect& moving, Instant now)
+{
+    const auto layer = [&](Layers layers) {
+        DevicePatch patch(painter, moving);
+        patch.paint([&](QPainter& inner) {
+            paintWidget(inner, m_motion, now, size(), withEdges(moving), layers);
+        });
+        return patch;
+    };
+    m_still = layer(Layers::still);
+    m_over = m_motion.model.isComplete() ? layer(Layers::over) : DevicePatch();
+    m_stillBounds = moving;
+}
+
+void WidgetView::paintMoving(QPainter& painter, const QRect& part, Instant now)
+{
+    paintWidget(painter, m_motion, now, size(), withEdges(part), Layers::moving);
+    if (!m_over.image.isNull())
+        drawPatch(painter, m_over);
 }
 
 void WidgetView::resizeEvent(QResizeEvent*)

@@ -79,6 +79,8 @@ private:
     void requestFrame(Instant now);
     void keepFocus(int button);
     void updateArc(Instant now);
+    void makeStill(const QPainter& painter, const QRect& moving, Instant now);
+    void paintMoving(QPainter& painter, const QRect& part, Instant now);
     void paintPart(QPainter& painter, const QRect& part, Instant now);
     void paintFocus(QPainter& painter);
     bool isExposed() const;
@@ -99,6 +101,7 @@ private:
     Present m_present;
     qsizetype m_largestPresented = 0;
     DevicePatch m_still; ///< what stands still below the endless motions; made when needed
+    DevicePatch m_over;  ///< and over them; null without a pulse
     QRect m_stillBounds;
 
     ControlRow* m_fullControls;

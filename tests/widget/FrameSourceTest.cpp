@@ -152,8 +152,8 @@ TEST_F(FrameSourceTest, framesEndWhenNothingMayMoveAnyMore)
 TEST_F(FrameSourceTest, itTellsWhenTheUserChangesTheirMind)
 {
     QList<bool> told;
-    QObject::connect(&source, &FrameSource::animatedChanged, &asker,
-                     [&](bool animated) { told.append(animated); });
+    QObject::connect(&source, &FrameSource::interrupted, &asker,
+                     [&] { told.append(source.isAnimated()); });
     EXPECT_TRUE(source.isAnimated());
     source.setAnimated(true);
     source.setAnimated(false);
@@ -161,4 +161,20 @@ TEST_F(FrameSourceTest, itTellsWhenTheUserChangesTheirMind)
     EXPECT_FALSE(source.isAnimated());
     source.setAnimated(true);
     EXPECT_EQ(told, (QList<bool>{false, true}));
+}
+
+TEST_F(FrameSourceTest, itTellsBeforeTheFrameThatTheClockWasSetBack)
+{
+    QList<int> told;
+    QObject::connect(&source, &FrameSource::interrupted, &asker, [&] { told.append(frames); });
+    keepAsking(30);
+    source.request();
+    framesIn(0.5);
+    clock.jump(100);
+    framesIn(0.5);
+    EXPECT_EQ(told, QList<int>{});
+    const int before = frames;
+    clock.jump(-3600);
+    framesIn(0.5);
+    EXPECT_EQ(told, QList<int>{before});
 }

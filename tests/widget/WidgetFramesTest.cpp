@@ -69,7 +69,8 @@ TEST_F(WidgetFramesTest, frameRatesAreThoseOfWhatMoves)
         EXPECT_LE(clock.framesPerSecond(), 30);
         reach(Phase::pushups, State::running);
         EXPECT_EQ(clock.frameSources(), 1);
-        EXPECT_EQ(clock.framesPerSecond(), 30) << "the turning ring";
+        EXPECT_GE(clock.framesPerSecond(), 10);
+        EXPECT_LE(clock.framesPerSecond(), 30);
         reach(Phase::pushups, State::complete);
         EXPECT_EQ(clock.framesPerSecond(), 30) << "the pulse";
         reach(Phase::sitting, State::complete);
@@ -237,6 +238,24 @@ TEST_F(WidgetFramesTest, animationsSwitchedOffInTheMiddleOfAChangeEndIt)
     EXPECT_EQ(button(words::skip)->opacity(), 1);
     const QImage then = picture();
     settle();
+    EXPECT_EQ(picture(), then);
+}
+
+TEST_F(WidgetFramesTest, aClockSetBackEndsAChangeForGood)
+{
+    show();
+    pointer->moveTo(onFullCard());
+    engine.advance(false);
+    pass(0.1);
+    clock.jump(-10);
+    pass(0.1);
+    EXPECT_EQ(button(words::skip)->opacity(), 1);
+    pass(9.85); // the time of the change comes again
+    const QImage then = picture();
+    frames.setAnimated(false);
+    deliver();
+    frames.setAnimated(true);
+    deliver();
     EXPECT_EQ(picture(), then);
 }
 

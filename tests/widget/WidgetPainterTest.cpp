@@ -525,7 +525,7 @@ TEST(WidgetPainterTest, theRingTakesTheNewColoursGradually)
 
 // --- parts and layers -----------------------------------------------------------------------
 
-TEST(WidgetPainterTest, stillAndMovingLayersTogetherAreThePicture)
+TEST(WidgetPainterTest, theLayersTogetherAreThePicture)
 {
     for (const bool compact : bothForms) {
         for (const WidgetModel& model : allModels(compact)) {
@@ -535,6 +535,8 @@ TEST(WidgetPainterTest, stillAndMovingLayersTogetherAreThePicture)
                 QPainter painter(&layered);
                 paintWidget(painter, motion, now + 0.7, sizeOf(model), QRectF({}, sizeOf(model)),
                             Layers::moving);
+                paintWidget(painter, motion, now, sizeOf(model), QRectF({}, sizeOf(model)),
+                            Layers::over);
                 painter.end();
                 EXPECT_LE(largestDifference(pictureOf(motion, now + 0.7, scale), layered), 2)
                     << nameOf(model) << " at " << scale;
@@ -543,14 +545,15 @@ TEST(WidgetPainterTest, stillAndMovingLayersTogetherAreThePicture)
     }
 }
 
-TEST(WidgetPainterTest, theStillLayerStandsStill)
+TEST(WidgetPainterTest, theStillLayersStandStill)
 {
     for (const bool compact : bothForms) {
         for (const WidgetModel& model : allModels(compact)) {
             const WidgetMotion motion(model, now);
-            EXPECT_EQ(layerOf(motion, now, 1, Layers::still),
-                      layerOf(motion, now + 1.37, 1, Layers::still))
-                << nameOf(model);
+            for (const Layers still : {Layers::still, Layers::over}) {
+                EXPECT_EQ(layerOf(motion, now, 1, still), layerOf(motion, now + 1.37, 1, still))
+                    << nameOf(model);
+            }
         }
     }
 }
