@@ -43,7 +43,7 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     rootView->setPresent(
         [this](const DevicePatch& frame) { return putOnWindow(*this, frame.image, frame.origin); },
         largestDirectPicture);
-    setFixedSize(WidgetView::preferredSize(compact));
+    takeSize(WidgetView::preferredSize(compact));
     place();
 
     connect(&frames, &FrameSource::frame, this, &FloatingPanel::showFrame);
@@ -95,8 +95,16 @@ void FloatingPanel::resizeAnimated(bool compact)
         m_frames.request();
     } else {
         m_compactness.jumpTo(compact);
-        setFixedSize(WidgetView::preferredSize(compact));
+        takeSize(WidgetView::preferredSize(compact));
     }
+}
+
+void FloatingPanel::takeSize(QSize size)
+{
+    // On scales between whole ones Qt asks window managers for sizes in steps of two pixels; they
+    // count from this one.
+    setBaseSize(size);
+    setFixedSize(size);
 }
 
 void FloatingPanel::showFrame(Instant now)
@@ -105,7 +113,7 @@ void FloatingPanel::showFrame(Instant now)
     const QSizeF compactSize = WidgetView::preferredSize(true);
     const QSize wanted = (fullSize + (compactSize - fullSize) * m_compactness.at(now)).toSize();
     if (wanted != size())
-        setFixedSize(wanted);
+        takeSize(wanted);
     if (m_compactness.isMovingAt(now))
         m_frames.request();
 }

@@ -40,6 +40,7 @@ protected:
 
 private:
     void place();
+    void takeSize(QSize size);
     void showFrame(Instant now);
     void moveTo(QPoint topLeft);
     void moveHasSettled();

@@ -20,6 +20,12 @@ public:
     World(const World&) = delete;
     World& operator=(const World&) = delete;
 
+    /// Sets a variable of the environment of all that is started from now on.
+    void setVariable(const QString& name, const QString& value)
+    {
+        m_environment.insert(name, value);
+    }
+
     /// Starts a program in this world. It belongs to the world.
     QProcess& start(const QString& program, const QStringList& arguments = {});
 
