@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/FloatingPanel.h"
+#include "app/PanelWindow.h"
 #include "core/NextPass.h"
 #include "log/SessionStore.h"
 #include "panel/AppPanelView.h"
@@ -8,9 +9,7 @@
 #include "widget/WidgetView.h"
 
 #include <QApplication>
-#include <QScreen>
 #include <QTimer>
-#include <QVBoxLayout>
 
 #include <chrono>
 #include <cmath>
@@ -195,24 +194,10 @@ void AppDelegate::quit()
 void AppDelegate::openPanel(int tab)
 {
     if (!m_settingsWindow) {
-        m_settingsWindow = std::make_unique<QWidget>(
-            nullptr, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                         Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
-        m_settingsWindow->setWindowTitle(QStringLiteral("Vantora"));
-        m_settingsWindow->addActions(m_menu->actions());
-        auto* content = new QVBoxLayout(m_settingsWindow.get());
-        content->setContentsMargins({});
-        content->setSizeConstraint(QLayout::SetFixedSize);
-        content->addWidget(new AppPanelView(
+        m_settingsWindow = std::make_unique<PanelWindow>(new AppPanelView(
             m_engine, m_panelTab, [this]() -> SessionStore& { return sharedSessionStore(); }));
-        m_settingsWindow->adjustSize();
-        QRect frame = m_settingsWindow->frameGeometry();
-        if (const QScreen* screen = QGuiApplication::primaryScreen())
-            frame.moveCenter(screen->availableGeometry().center());
-        m_settingsWindow->move(frame.topLeft());
+        m_settingsWindow->addActions(m_menu->actions());
     }
     m_panelTab.tab = tab;
-    m_settingsWindow->show();
-    m_settingsWindow->raise();
-    m_settingsWindow->activateWindow();
+    m_settingsWindow->makeKeyAndOrderFront();
 }

@@ -13,6 +13,7 @@
 
 class FileSystem;
 class FloatingPanel;
+class PanelWindow;
 class SessionStore;
 class StatusItem;
 
@@ -64,7 +65,7 @@ private:
     DesktopAnimations m_animations;
     PanelTabSelection m_panelTab;
     std::unique_ptr<FloatingPanel> m_panel;
-    std::unique_ptr<QWidget> m_settingsWindow; ///< made on first use
+    std::unique_ptr<PanelWindow> m_settingsWindow; ///< made on first use
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<StatusItem> m_statusItem;
     std::optional<StatusIcon> m_shownIcon;

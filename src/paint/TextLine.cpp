@@ -24,30 +24,6 @@ QString firstRoundedFamily()
     return QGuiApplication::font().family();
 }
 
-QFont fontOf(const TextStyle& style)
-{
-    QFont font = QGuiApplication::font();
-    font.setWeight(style.weight);
-    if (style.design == TextStyle::Design::rounded) {
-        static const QString family = firstRoundedFamily();
-        font.setFamily(family);
-        // Quicksand comes in no semibold, for which its bold is near enough, and files its medium
-        // under a name of its own.
-        const QString mediumFamily = QStringLiteral("Quicksand Medium");
-        if (family == QLatin1String("Quicksand") && style.weight == QFont::Medium &&
-            QFontDatabase::hasFamily(mediumFamily)) {
-            font.setFamily(mediumFamily);
-            font.setWeight(QFont::Normal);
-        } else if (family == QLatin1String("Quicksand") && style.weight == QFont::DemiBold) {
-            font.setWeight(QFont::Bold);
-        }
-    }
-    font.setPixelSize(style.size);
-    font.setItalic(false);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    return font;
-}
-
 QPainterPath outlineOf(const QFont& font, QChar letter)
 {
     QPainterPath outline;
@@ -98,6 +74,30 @@ const Numerals& numeralsOf(const TextStyle& style)
 }
 
 } // namespace
+
+QFont fontOf(const TextStyle& style)
+{
+    QFont font = QGuiApplication::font();
+    font.setWeight(style.weight);
+    if (style.design == TextStyle::Design::rounded) {
+        static const QString family = firstRoundedFamily();
+        font.setFamily(family);
+        // Quicksand comes in no semibold, for which its bold is near enough, and files its medium
+        // under a name of its own.
+        const QString mediumFamily = QStringLiteral("Quicksand Medium");
+        if (family == QLatin1String("Quicksand") && style.weight == QFont::Medium &&
+            QFontDatabase::hasFamily(mediumFamily)) {
+            font.setFamily(mediumFamily);
+            font.setWeight(QFont::Normal);
+        } else if (family == QLatin1String("Quicksand") && style.weight == QFont::DemiBold) {
+            font.setWeight(QFont::Bold);
+        }
+    }
+    font.setPixelSize(style.size);
+    font.setItalic(false);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
 
 LineMetrics metricsOf(const TextStyle& style)
 {

@@ -23,6 +23,9 @@ struct TextStyle
     Design design = Design::rounded;
 };
 
+/// The font of a style, without its tracking.
+QFont fontOf(const TextStyle& style);
+
 /// The room that a style's lines need above and below the baseline, in whole logical pixels.
 struct LineMetrics
 {

@@ -1,62 +1,136 @@
 #include "panel/LogsView.h"
 
 #include "core/NextPass.h"
+#include "paint/Colors.h"
+#include "panel/ClearButton.h"
+#include "panel/LogList.h"
+#include "panel/LogListModel.h"
+#include "panel/PanelStyle.h"
+#include "panel/Separator.h"
+#include "panel/StatTile.h"
+#include "panel/SymbolIcon.h"
+#include "panel/TextLabel.h"
 
-#include <QDateTime>
-#include <QLabel>
-#include <QListWidget>
-#include <QLocale>
-#include <QPushButton>
+#include <QHBoxLayout>
 #include <QVBoxLayout>
 
 namespace {
 
-QString rowText(const SessionEntry& entry)
-{
-    const Phase phase = phaseOf(entry);
-    const PhaseFacts& facts = factsOf(phase);
-    const auto date =
-        QDateTime::fromSecsSinceEpoch(qRound64(entry.date.seconds + referenceDateUnixSeconds));
-    const QString amount = phase == Phase::pushups ? QStringLiteral("%1 reps").arg(entry.reps)
-                                                   : SessionStore::hoursString(entry.seconds);
-    return QStringLiteral("%1 %2\t%3\t%4")
-        .arg(facts.emoji, facts.title, QLocale().toString(date, QLocale::ShortFormat), amount);
-}
+// Logical pixels.
+constexpr int tilesPadding = 16;
+constexpr int tileSpacing = 10;
+constexpr int footerPadding = 12;
+constexpr int emptyHeight = 220;
+constexpr int emptySpacing = 6;
+constexpr double emptySymbolSide = 28;
+
+/// The teal of the desktop that is usual in light surroundings.
+constexpr QColor teal(48, 176, 199);
 
 } // namespace
 
 LogsView::LogsView(SessionStore& store)
     : m_store(store)
-    , m_totals(new QLabel)
-    , m_list(new QListWidget)
-    , m_count(new QLabel)
+    , m_model(new LogListModel(store))
+    , m_list(new LogList)
 {
-    auto* clear = new QPushButton(QStringLiteral("Clear History"));
+    m_model->setParent(this);
+    m_list->setModel(m_model);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(makeTiles());
+    column->addWidget(new Separator);
+    m_emptyState = makeEmptyState();
+    column->addWidget(m_emptyState);
+    column->addWidget(m_list);
+    column->addWidget(new Separator);
+    column->addWidget(makeFooter());
+
+    onNextPass(store, this, [this] {
+        if (isVisible())
+            reread();
+    });
+    reread();
+}
+
+void LogsView::showEvent(QShowEvent*)
+{
+    reread();
+}
+
+QWidget* LogsView::makeTiles()
+{
+    auto* tiles = new QWidget;
+    auto* row = new QHBoxLayout(tiles);
+    row->setContentsMargins(tilesPadding, tilesPadding, tilesPadding, tilesPadding);
+    row->setSpacing(tileSpacing);
+    const auto addTile = [row](const QString& label, const QColor& color) {
+        auto* tile = new StatTile(label, color);
+        row->addWidget(tile, 1);
+        return tile;
+    };
+    const auto toneOf = [](Phase phase) { return toQColor(factsOf(phase).darkTone); };
+    m_deskTime = addTile(QStringLiteral("Total desk time"), teal);
+    m_seated = addTile(QStringLiteral("Seated"), toneOf(Phase::sitting));
+    m_standing = addTile(QStringLiteral("Standing"), toneOf(Phase::standing));
+    m_pushups = addTile(QStringLiteral("Push-ups"), toneOf(Phase::pushups));
+    return tiles;
+}
+
+QWidget* LogsView::makeEmptyState()
+{
+    auto* state = new QWidget;
+    state->setMinimumHeight(emptyHeight);
+    auto* column = new QVBoxLayout(state);
+    column->setSpacing(emptySpacing);
+    column->addStretch();
+    column->addWidget(new SymbolView(QStringLiteral("clock.badge.questionmark"), emptySymbolSide,
+                                     SymbolView::Shade::tertiary),
+                      0, Qt::AlignHCenter);
+    const auto addText = [column](const QString& text, double size, QFont::Weight weight,
+                                  TextLabel::Shade shade) {
+        auto* label = new TextLabel(text, size, weight, shade);
+        label->setWordWrap(true);
+        label->setAlignment(Qt::AlignHCenter);
+        column->addWidget(label);
+    };
+    addText(QStringLiteral("No sessions yet"), panelStyle::headlineSize, QFont::Bold,
+            TextLabel::Shade::primary);
+    addText(QStringLiteral("Finished phases will show up here automatically."),
+            panelStyle::captionSize, QFont::Normal, TextLabel::Shade::secondary);
+    column->addStretch();
+    return state;
+}
+
+QWidget* LogsView::makeFooter()
+{
+    auto* footer = new QWidget;
+    auto* row = new QHBoxLayout(footer);
+    row->setContentsMargins(footerPadding, footerPadding, footerPadding, footerPadding);
+    m_count = new TextLabel(QString(), panelStyle::captionSize, QFont::Normal,
+                            TextLabel::Shade::secondary);
+    row->addWidget(m_count, 1);
+    auto* clear = new ClearButton(QStringLiteral("Clear History"));
     connect(clear, &QPushButton::clicked, this, [this] {
         m_store.entries = {};
         m_store.save();
     });
-    m_list->setUniformItemSizes(true);
-    auto* column = new QVBoxLayout(this);
-    for (QWidget* row : std::initializer_list<QWidget*>{m_totals, m_list, m_count, clear})
-        column->addWidget(row);
-    reread();
-    onNextPass(store, this, [this] { reread(); });
+    row->addWidget(clear);
+    return footer;
 }
 
 void LogsView::reread()
 {
     const double seated = m_store.totalSittingSeconds();
     const double standing = m_store.totalStandingSeconds();
-    m_totals->setText(QStringLiteral("Total desk time %1, Seated %2, Standing %3, Push-ups %4")
-                          .arg(SessionStore::hoursString(seated + standing),
-                               SessionStore::hoursString(seated),
-                               SessionStore::hoursString(standing))
-                          .arg(m_store.totalPushups()));
-    m_totals->setWordWrap(true);
-    m_list->clear();
-    const std::vector<SessionEntry>& entries = m_store.entries();
-    for (std::size_t i = entries.size(); i-- > 0;)
-        m_list->addItem(rowText(entries[i]));
-    m_count->setText(QStringLiteral("%1 recorded sessions").arg(entries.size()));
+    m_deskTime->setValue(SessionStore::hoursString(seated + standing));
+    m_seated->setValue(SessionStore::hoursString(seated));
+    m_standing->setValue(SessionStore::hoursString(standing));
+    m_pushups->setValue(QString::number(m_store.totalPushups()));
+    m_model->reread();
+    const std::size_t count = m_store.entries().size();
+    m_list->setVisible(count > 0);
+    m_emptyState->setVisible(count == 0);
+    m_count->setText(QString::number(count) + QStringLiteral(" recorded sessions"));
 }

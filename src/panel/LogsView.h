@@ -4,10 +4,13 @@
 
 #include <QWidget>
 
-class QLabel;
-class QListWidget;
+class LogList;
+class LogListModel;
+class QVBoxLayout;
+class StatTile;
+class TextLabel;
 
-/// The totals and the list of finished phases, newest first, as plain text.
+/// The Logs tab: the totals, the finished phases newest first, and what empties the history.
 class LogsView : public QWidget
 {
     Q_OBJECT
@@ -15,11 +18,22 @@ class LogsView : public QWidget
 public:
     explicit LogsView(SessionStore& store);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
+    QWidget* makeTiles();
+    QWidget* makeEmptyState();
+    QWidget* makeFooter();
     void reread();
 
     SessionStore& m_store;
-    QLabel* m_totals;
-    QListWidget* m_list;
-    QLabel* m_count;
+    LogListModel* m_model;
+    LogList* m_list;
+    QWidget* m_emptyState;
+    TextLabel* m_count;
+    StatTile* m_deskTime;
+    StatTile* m_seated;
+    StatTile* m_standing;
+    StatTile* m_pushups;
 };

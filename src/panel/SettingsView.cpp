@@ -1,74 +1,86 @@
 #include "panel/SettingsView.h"
 
 #include "core/NextPass.h"
+#include "panel/AboutView.h"
+#include "panel/Branding.h"
+#include "panel/FormSection.h"
+#include "panel/Stepper.h"
+#include "panel/Switch.h"
+#include "panel/ValueLabel.h"
 
-#include <QCheckBox>
-#include <QFormLayout>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QToolButton>
-
-#include <algorithm>
+#include <QVBoxLayout>
 
 namespace {
 
-/// The bounds of a setting, and how far one press moves it.
-struct Range
-{
-    qint64 least = 1;
-    qint64 most = 1;
-    qint64 step = 1;
-};
+constexpr StepRange minutesRange{1, 240, 1};
+constexpr StepRange pushupsRange{1, 500, 5};
 
-constexpr Range minutesRange{1, 240, 1};
-constexpr Range pushupsRange{1, 500, 5};
-
-/// A value with a button to lower and one to raise it. A stored value outside the range is shown
-/// as it is until a press.
-void addStepper(QFormLayout& form, TimerEngine& engine, Published<qint64>& value, Range range,
-                const QString& title, const QString& unit)
-{
-    auto* row = new QHBoxLayout;
-    auto* text = new QLabel;
-    row->addWidget(text, 1);
-    const auto addButton = [&](const QString& sign, const QString& name, qint64 step) {
-        auto* button = new QToolButton;
-        button->setText(sign);
-        button->setAccessibleName(name + QLatin1Char(' ') + title);
-        button->setAutoRepeat(true);
-        QObject::connect(button, &QToolButton::clicked, button, [&value, range, step] {
-            value = std::clamp(std::clamp(value(), range.least, range.most) + step, range.least,
-                               range.most);
-        });
-        row->addWidget(button);
-    };
-    addButton(QStringLiteral("−"), QStringLiteral("Less"), -range.step);
-    addButton(QStringLiteral("+"), QStringLiteral("More"), range.step);
-    form.addRow(title, row);
-
-    const auto read = [text, &value, unit] {
-        text->setText(QString::number(value()) + QLatin1Char(' ') + unit);
-    };
-    read();
-    onNextPass(engine, text, read);
-}
+// Logical pixels.
+constexpr int sideMargin = 20;
+constexpr int sectionSpacing = 16;
 
 } // namespace
 
 SettingsView::SettingsView(TimerEngine& engine)
+    : m_engine(engine)
 {
-    auto* form = new QFormLayout(this);
-    auto* compact = new QCheckBox(QStringLiteral("Compact widget"));
-    form->addRow(compact);
-    const auto readCompact = [compact, &engine] { compact->setChecked(engine.compactMode()); };
-    readCompact();
-    onNextPass(engine, compact, readCompact);
-    connect(compact, &QCheckBox::clicked, this, [&engine](bool on) { engine.compactMode = on; });
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(sideMargin, sectionSpacing, sideMargin, sideMargin);
+    column->setSpacing(sectionSpacing);
+    const auto addSection = [&](const QString& header, const QString& footer = {}) -> auto& {
+        auto* section = new FormSection(header, footer);
+        column->addWidget(section);
+        return *section;
+    };
 
-    addStepper(*form, engine, engine.sittingMinutes, minutesRange,
-               QStringLiteral("Deep Work (seated)"), QStringLiteral("min"));
-    addStepper(*form, engine, engine.standingMinutes, minutesRange, QStringLiteral("Stand Up"),
-               QStringLiteral("min"));
-    addStepper(*form, engine, engine.pushupCount, pushupsRange, QStringLiteral("Push-ups"),
-               QStringLiteral("reps"));
+    addCompactSwitch(addSection(QStringLiteral("Appearance")));
+
+    FormSection& durations = addSection(
+        QStringLiteral("Phase durations"),
+        QStringLiteral(
+            "Changing the running phase's duration keeps the time you've already put in."));
+    addStepper(durations, QStringLiteral("chair.lounge"), QStringLiteral("Deep Work (seated)"),
+               QStringLiteral("min"), minutesRange, engine.sittingMinutes);
+    addStepper(durations, QStringLiteral("figure.stand"), QStringLiteral("Stand Up"),
+               QStringLiteral("min"), minutesRange, engine.standingMinutes);
+
+    addStepper(addSection(QStringLiteral("Exercise")),
+               QStringLiteral("figure.strengthtraining.traditional"), QStringLiteral("Push-ups"),
+               QStringLiteral("reps"), pushupsRange, engine.pushupCount);
+
+    addSection(QStringLiteral("About")).addRow(new AboutView(branding::banner()));
+
+    onNextPass(engine, this, [this] {
+        if (isVisible())
+            Q_EMIT reread();
+    });
+    Q_EMIT reread();
+}
+
+void SettingsView::showEvent(QShowEvent*)
+{
+    Q_EMIT reread();
+}
+
+void SettingsView::addCompactSwitch(FormSection& section)
+{
+    const QString title = QStringLiteral("Compact widget");
+    auto* control = new Switch(title);
+    section.addRow(QStringLiteral("rectangle.compress.vertical"), title, {control});
+    connect(control, &QCheckBox::clicked, this, [this](bool on) { m_engine.compactMode = on; });
+    connect(this, &SettingsView::reread, control,
+            [this, control] { control->setChecked(m_engine.compactMode()); });
+}
+
+void SettingsView::addStepper(FormSection& section, const QString& symbol, const QString& title,
+                              const QString& unit, StepRange range, Published<qint64>& value)
+{
+    auto* text = new ValueLabel;
+    auto* control = new Stepper(title, range, unit);
+    section.addRow(symbol, title, {text, control});
+    connect(control, &Stepper::valueRequested, this, [&value](qint64 wanted) { value = wanted; });
+    connect(this, &SettingsView::reread, control, [&value, text, control] {
+        control->setValue(value());
+        text->setText(control->text());
+    });
 }

@@ -11,7 +11,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QFile>
-#include <QTabWidget>
+#include <QTabBar>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -43,11 +43,11 @@ protected:
         return nullptr;
     }
 
-    /// The page of tabs in the panel window, or null before the window was first opened.
-    static QTabWidget* tabs()
+    /// The tabs of the panel window, or null before the window was first opened.
+    static QTabBar* tabs()
     {
         for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (auto* found = widget->findChild<QTabWidget*>())
+            if (auto* found = widget->findChild<QTabBar*>())
                 return found;
         }
         return nullptr;
@@ -114,7 +114,7 @@ TEST_F(AppDelegateTest, theCompactSwitchResizesTheWidgetFromItsTopEdge)
     launch();
     const QPoint corner = window<FloatingPanel>()->pos();
     choose(QStringLiteral("Settings…"));
-    auto* compact = tabs()->findChild<QCheckBox*>();
+    auto* compact = tabs()->window()->findChild<QCheckBox*>();
     ASSERT_TRUE(compact->isChecked());
     compact->click();
     EXPECT_EQ(window<FloatingPanel>()->size(), QSize(216, 76)) << "not before the next pass";
@@ -128,7 +128,7 @@ TEST_F(AppDelegateTest, thePanelWindowIsOneWindowThatKeepsItsPlace)
 {
     launch();
     choose(QStringLiteral("Settings…"));
-    QTabWidget* panel = tabs();
+    QTabBar* panel = tabs();
     ASSERT_NE(panel, nullptr);
     EXPECT_EQ(panel->width(), 380);
     EXPECT_EQ(panel->window()->windowTitle(), QStringLiteral("Vantora"));
@@ -235,7 +235,7 @@ TEST_F(AppDelegateTest, settingTheFormThatIsThereAlreadyResizesNothing)
     launch();
     settle();
     choose(QStringLiteral("Settings…"));
-    auto* compact = tabs()->findChild<QCheckBox*>();
+    auto* compact = tabs()->window()->findChild<QCheckBox*>();
     compact->click();
     compact->click();
     QCoreApplication::processEvents();
@@ -249,7 +249,7 @@ TEST_F(AppDelegateTest, aHiddenWidgetHasItsNewFormWhenItComesBack)
     settle();
     choose(QStringLiteral("Settings…"));
     choose(QStringLiteral("Hide Widget"));
-    tabs()->findChild<QCheckBox*>()->click();
+    tabs()->window()->findChild<QCheckBox*>()->click();
     QCoreApplication::processEvents();
     choose(QStringLiteral("Show Widget"));
     EXPECT_EQ(window<FloatingPanel>()->size(), QSize(216, 76));

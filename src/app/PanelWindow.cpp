@@ -1,0 +1,45 @@
+#include "app/PanelWindow.h"
+
+#include "panel/Branding.h"
+
+#include <QCloseEvent>
+#include <QIcon>
+#include <QScreen>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+PanelWindow::PanelWindow(QWidget* content)
+    : QWidget(nullptr, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint)
+{
+    setWindowTitle(QStringLiteral("Vantora"));
+    setWindowIcon(QIcon(branding::icon()));
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins({});
+    // The window follows the shown tab, and its top left corner stays.
+    whole->setSizeConstraint(QLayout::SetFixedSize);
+    whole->addWidget(content);
+    for (const QKeySequence& key :
+         {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)})
+        connect(new QShortcut(key, this), &QShortcut::activated, this, &QWidget::close);
+
+    adjustSize();
+    QRect frame = frameGeometry();
+    frame.moveCenter(screen()->availableGeometry().center());
+    m_topLeft = frame.topLeft();
+}
+
+void PanelWindow::makeKeyAndOrderFront()
+{
+    if (!isVisible())
+        move(m_topLeft);
+    show();
+    raise();
+    activateWindow();
+}
+
+void PanelWindow::closeEvent(QCloseEvent* event)
+{
+    m_topLeft = pos();
+    QWidget::closeEvent(event);
+}

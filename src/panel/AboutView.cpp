@@ -1,0 +1,64 @@
+#include "panel/AboutView.h"
+
+#include "panel/Branding.h"
+#include "panel/LogoBanner.h"
+#include "panel/PanelStyle.h"
+#include "panel/TextLabel.h"
+
+#include <QCoreApplication>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace {
+
+TextLabel* makeCredit()
+{
+    auto* credit = new TextLabel(
+        QStringLiteral("Made by %1. Vantora paces a working day: sit and focus, stand and go on, "
+                       "drop for a few push-ups, and start again. It is free software.")
+            .arg(branding::maker()),
+        panelStyle::calloutSize, QFont::Normal, TextLabel::Shade::secondary);
+    credit->setWordWrap(true);
+    credit->setAlignment(Qt::AlignHCenter);
+    return credit;
+}
+
+TextLabel* makeLink()
+{
+    const QUrl address(branding::linkAddress(), QUrl::StrictMode);
+    if (!address.isValid() || address.scheme().isEmpty())
+        qFatal("the link of the About section has no valid address");
+    auto* link =
+        new TextLabel(QStringLiteral("<a href=\"%1\" style=\"text-decoration:none\">%2</a>")
+                          .arg(address.toString(QUrl::FullyEncoded).toHtmlEscaped(),
+                               branding::linkTitle().toHtmlEscaped()),
+                      panelStyle::calloutSize, QFont::DemiBold, TextLabel::Shade::primary);
+    link->setTextFormat(Qt::RichText);
+    link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    link->setOpenExternalLinks(true);
+    link->setAccessibleName(branding::linkTitle());
+    return link;
+}
+
+} // namespace
+
+AboutView::AboutView(const QString& logo)
+{
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(12, 6 + 6, 12, 6 + 6);
+    column->setSpacing(12);
+    if (const QImage picture(logo); !picture.isNull())
+        column->addWidget(new LogoBanner(picture));
+    column->addWidget(new TextLabel(QStringLiteral("Vantora v") + appVersion(),
+                                    panelStyle::headlineSize, QFont::Bold,
+                                    TextLabel::Shade::primary),
+                      0, Qt::AlignHCenter);
+    column->addWidget(makeCredit());
+    column->addWidget(makeLink(), 0, Qt::AlignHCenter);
+}
+
+QString AboutView::appVersion()
+{
+    const QString version = QCoreApplication::applicationVersion();
+    return version.isEmpty() ? QStringLiteral("1.0") : version;
+}

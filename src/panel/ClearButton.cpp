@@ -1,0 +1,39 @@
+#include "panel/ClearButton.h"
+
+#include "panel/PanelStyle.h"
+
+#include <QApplication>
+#include <QEvent>
+
+ClearButton::ClearButton(const QString& text)
+    : QPushButton(text)
+{
+    setAutoDefault(false);
+    adapt();
+}
+
+QSize ClearButton::sizeHint() const
+{
+    // Some styles leave a short text no room.
+    return QPushButton::sizeHint().expandedTo({fontMetrics().horizontalAdvance(text()) + 24, 0});
+}
+
+void ClearButton::changeEvent(QEvent* event)
+{
+    QPushButton::changeEvent(event);
+    if (event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::PaletteChange)
+        adapt();
+}
+
+void ClearButton::adapt()
+{
+    const QFont small = panelStyle::font(panelStyle::calloutSize);
+    if (font() != small)
+        setFont(small);
+    const QColor color = panelStyle::destructiveText(QApplication::palette());
+    if (palette().color(QPalette::ButtonText) == color)
+        return;
+    QPalette warning;
+    warning.setColor(QPalette::ButtonText, color);
+    setPalette(warning);
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QPushButton>
+
+/// A small button whose text warns of what it does.
+class ClearButton : public QPushButton
+{
+    Q_OBJECT
+
+public:
+    explicit ClearButton(const QString& text);
+
+    QSize sizeHint() const override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void adapt();
+};

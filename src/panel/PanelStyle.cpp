@@ -1,0 +1,89 @@
+#include "panel/PanelStyle.h"
+
+#include "paint/TextLine.h"
+
+#include <QApplication>
+#include <QFontInfo>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double usualSize = 13;
+
+bool isDark(const QPalette& palette)
+{
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
+}
+
+QColor mix(const QColor& from, const QColor& to, double part)
+{
+    const auto channel = [part](int a, int b) { return qRound(a + (b - a) * part); };
+    return {channel(from.red(), to.red()), channel(from.green(), to.green()),
+            channel(from.blue(), to.blue())};
+}
+
+QFont sized(QFont font, double size, QFont::Weight weight)
+{
+    font.setPixelSize(qRound(size * panelStyle::textScale()));
+    font.setWeight(weight);
+    return font;
+}
+
+} // namespace
+
+namespace panelStyle {
+
+double textScale()
+{
+    return std::max(1.0, QFontInfo(QApplication::font()).pixelSize() / usualSize);
+}
+
+QFont font(double size, QFont::Weight weight)
+{
+    return sized(QApplication::font(), size, weight);
+}
+
+QFont roundedFont(double size, QFont::Weight weight)
+{
+    return sized(fontOf({.weight = weight}), size, weight);
+}
+
+QColor mixed(const QPalette& palette, double part)
+{
+    return mix(palette.color(QPalette::Window), palette.color(QPalette::WindowText), part);
+}
+
+QColor secondaryText(const QPalette& palette)
+{
+    return mixed(palette, 0.66);
+}
+
+QColor tertiaryText(const QPalette& palette)
+{
+    return mixed(palette, 0.38);
+}
+
+QColor separator(const QPalette& palette)
+{
+    return mixed(palette, 0.14);
+}
+
+QColor groupFill(const QPalette& palette)
+{
+    return isDark(palette) ? mixed(palette, 0.06)
+                           : mix(palette.color(QPalette::Window), Qt::white, 0.75);
+}
+
+QColor groupBorder(const QPalette& palette)
+{
+    return mixed(palette, 0.1);
+}
+
+QColor destructiveText(const QPalette& palette)
+{
+    return isDark(palette) ? QColor(255, 123, 118) : QColor(192, 28, 40);
+}
+
+} // namespace panelStyle
