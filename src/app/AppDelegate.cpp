@@ -199,5 +199,7 @@ void AppDelegate::openPanel(int tab)
         m_settingsWindow->addActions(m_menu->actions());
     }
     m_panelTab.tab = tab;
-    m_settingsWindow->makeKeyAndOrderFront();
+    // The content turns to the tab a pass later; then its window is seen.
+    QMetaObject::invokeMethod(m_settingsWindow.get(), &PanelWindow::makeKeyAndOrderFront,
+                              Qt::QueuedConnection);
 }

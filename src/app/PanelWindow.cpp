@@ -31,6 +31,7 @@ PanelWindow::PanelWindow(QWidget* content)
 
 void PanelWindow::makeKeyAndOrderFront()
 {
+    layout()->activate();
     if (!isVisible())
         move(m_topLeft);
     show();

@@ -95,4 +95,5 @@ void AppPanelView::fitHeight()
 {
     if (const QWidget* page = m_stack->currentWidget())
         m_pages->setFixedHeight(page->sizeHint().height());
+    updateGeometry();
 }

@@ -82,8 +82,11 @@ void Stepper::lowerValue()
 
 void Stepper::request(qint64 value)
 {
-    if (value != m_value)
-        Q_EMIT valueRequested(value);
+    if (value == m_value)
+        return;
+    // The next press may come before the value is read back, and goes on from this one.
+    setValue(value);
+    Q_EMIT valueRequested(value);
 }
 
 void Stepper::keyPressEvent(QKeyEvent* event)

@@ -7,8 +7,7 @@
 class QToolButton;
 
 /// A button to lower and one to raise a value, which are one control for keyboard and assistive
-/// technology. It does not change the value itself; a value from outside the range stays until a
-/// press.
+/// technology. A value from outside the range stays until a press.
 class Stepper : public QWidget
 {
     Q_OBJECT
@@ -28,6 +27,9 @@ public:
     void raiseValue();
     void lowerValue();
 
+    /// Takes the value as a press does, whatever the range.
+    void request(qint64 value);
+
 Q_SIGNALS:
     /// A press asks for this value.
     void valueRequested(qint64 value);
@@ -41,7 +43,6 @@ protected:
 
 private:
     QToolButton* addButton(const QString& symbol, const QString& words, void (Stepper::*action)());
-    void request(qint64 value);
 
     StepRange m_range;
     QString m_unit;

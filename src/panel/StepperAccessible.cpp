@@ -36,7 +36,7 @@ public:
         const qint64 wanted = value.toLongLong(&isNumber);
         const StepRange& range = stepper().range();
         if (isNumber)
-            Q_EMIT stepper().valueRequested(std::clamp(wanted, range.least, range.most));
+            stepper().request(std::clamp(wanted, range.least, range.most));
     }
 
 private:

@@ -130,9 +130,10 @@ TEST_F(AppDelegateTest, thePanelWindowIsOneWindowThatKeepsItsPlace)
     choose(QStringLiteral("Settings…"));
     QTabBar* panel = tabs();
     ASSERT_NE(panel, nullptr);
-    EXPECT_EQ(panel->width(), 380);
+    EXPECT_EQ(panel->window()->width(), 380);
     EXPECT_EQ(panel->window()->windowTitle(), QStringLiteral("Vantora"));
-    EXPECT_TRUE(waitUntil([&] { return panel->currentIndex() == 0; }));
+    EXPECT_TRUE(waitUntil([&] { return panel->window()->isVisible(); }));
+    EXPECT_EQ(panel->currentIndex(), 0);
 
     panel->window()->move(11, 22);
     choose(QStringLiteral("Logs…"));
@@ -141,7 +142,7 @@ TEST_F(AppDelegateTest, thePanelWindowIsOneWindowThatKeepsItsPlace)
     EXPECT_FALSE(panel->window()->isVisible());
     choose(QStringLiteral("Logs…"));
     EXPECT_EQ(tabs(), panel);
-    EXPECT_TRUE(panel->window()->isVisible());
+    EXPECT_TRUE(waitUntil([&] { return panel->window()->isVisible(); }));
     EXPECT_EQ(panel->window()->pos(), QPoint(11, 22));
     EXPECT_EQ(panel->currentIndex(), 1);
 }

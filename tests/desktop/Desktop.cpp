@@ -189,6 +189,11 @@ void Desktop::activate(xcb_window_t window) const
     request(window, "_NET_ACTIVE_WINDOW", {sourceTaskBar});
 }
 
+void Desktop::close(xcb_window_t window) const
+{
+    request(window, "_NET_CLOSE_WINDOW", {});
+}
+
 void Desktop::place(xcb_window_t window, QPoint topLeft) const
 {
     constexpr uint32_t northWest = 1;
@@ -251,24 +256,40 @@ void Desktop::waitForWindowManager() const
     xcb_flush(m_connection);
 }
 
-void Desktop::type(quint32 key) const
+std::optional<uint8_t> Desktop::keycodeOf(quint32 key) const
 {
     const auto* setup = xcb_get_setup(m_connection);
     const auto count = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
     const auto mapping = owned(xcb_get_keyboard_mapping_reply(
         m_connection, xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count), nullptr));
     if (!mapping)
-        return;
+        return std::nullopt;
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
     for (int code = 0; code < count; ++code) {
         // The first symbol is what the key gives without a modifier.
-        if (symbols[code * mapping->keysyms_per_keycode] != key)
-            continue;
-        const auto keycode = static_cast<uint8_t>(setup->min_keycode + code);
-        fake(XCB_KEY_PRESS, keycode, {});
-        fake(XCB_KEY_RELEASE, keycode, {});
-        return;
+        if (symbols[code * mapping->keysyms_per_keycode] == key)
+            return static_cast<uint8_t>(setup->min_keycode + code);
     }
+    return std::nullopt;
+}
+
+void Desktop::type(quint32 key) const
+{
+    if (const auto code = keycodeOf(key)) {
+        fake(XCB_KEY_PRESS, *code, {});
+        fake(XCB_KEY_RELEASE, *code, {});
+    }
+}
+
+void Desktop::typeWithControl(quint32 key) const
+{
+    constexpr quint32 leftControl = 0xFFE3;
+    const auto control = keycodeOf(leftControl);
+    if (!control)
+        return;
+    fake(XCB_KEY_PRESS, *control, {});
+    type(key);
+    fake(XCB_KEY_RELEASE, *control, {});
 }
 
 int Desktop::focusLosses()

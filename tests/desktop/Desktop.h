@@ -8,6 +8,7 @@
 #include <xcb/xcb.h>
 
 #include <array>
+#include <optional>
 
 /// The display of a world as its user and its window manager see it.
 class Desktop
@@ -46,6 +47,9 @@ public:
     /// Gives a window the focus, as a task bar does.
     void activate(xcb_window_t window) const;
 
+    /// Asks for the window to be closed, as its title bar does.
+    void close(xcb_window_t window) const;
+
     /// Has the window manager move a window, as its own keys do.
     void place(xcb_window_t window, QPoint topLeft) const;
 
@@ -57,6 +61,9 @@ public:
 
     /// Presses and releases the key with this X11 name (its keysym) on the keyboard.
     void type(quint32 key) const;
+
+    /// The same while the Control key is held.
+    void typeWithControl(quint32 key) const;
 
     /// How often windows that were opened here lost the focus so far.
     int focusLosses();
@@ -70,6 +77,7 @@ private:
     bool isSet(xcb_window_t window, const char* name) const;
     QString titleOf(xcb_window_t window) const;
     bool isViewable(xcb_window_t window) const;
+    std::optional<uint8_t> keycodeOf(quint32 key) const;
     void fake(uint8_t type, uint8_t detail, QPoint at) const;
 
     xcb_connection_t* m_connection;
