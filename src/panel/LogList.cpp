@@ -2,6 +2,8 @@
 
 #include "panel/LogRowDelegate.h"
 
+#include <QEvent>
+#include <QHeaderView>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -17,49 +19,63 @@ constexpr int mostHeight = 300;
 LogList::LogList()
 {
     setItemDelegate(new LogRowDelegate(this));
-    setUniformItemSizes(true);
+    setFrameShape(NoFrame);
+    setShowGrid(false);
+    setTabKeyNavigation(false);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setFrameShape(NoFrame);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(QStringLiteral("Logs"));
+    horizontalHeader()->hide();
+    horizontalHeader()->setStretchLastSection(true);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    adaptRows();
 }
 
 void LogList::setModel(QAbstractItemModel* model)
 {
-    QListView::setModel(model);
-    const auto fit = [this] {
-        verticalScrollBar()->setSingleStep(sizeHintForRow(0) / 2);
-        updateGeometry();
-    };
-    connect(model, &QAbstractItemModel::modelReset, this, fit);
-    connect(model, &QAbstractItemModel::rowsInserted, this, [this, fit](const QModelIndex&,
-                                                                        int first, int last) {
-        fit();
-        QScrollBar& bar = *verticalScrollBar();
-        if (bar.value() == 0)
-            return;
-        // The bar learns of the new rows when they are laid out, which is otherwise put off.
-        const int wanted = bar.value() + (last - first + 1) * sizeHintForRow(0);
-        doItemsLayout();
-        bar.setValue(wanted);
-    });
-    fit();
+    QTableView::setModel(model);
+    connect(model, &QAbstractItemModel::modelReset, this, [this] { updateGeometry(); });
+    connect(model, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex&, int first, int last) {
+                updateGeometry();
+                QScrollBar& bar = *verticalScrollBar();
+                if (bar.value() == 0)
+                    return;
+                // The bar learns of the new rows when the view is laid out, which is otherwise
+                // put off.
+                const int wanted = bar.value() + (last - first + 1) * rowHeight();
+                updateGeometries();
+                bar.setValue(wanted);
+            });
 }
 
-int LogList::heightOfRows() const
+void LogList::changeEvent(QEvent* event)
 {
-    const qint64 rows = model() ? model()->rowCount() : 0;
-    return static_cast<int>(std::clamp<qint64>(rows * std::max(sizeHintForRow(0), 0), leastHeight,
-                                               mostHeight));
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::FontChange)
+        adaptRows();
+}
+
+int LogList::rowHeight() const
+{
+    return verticalHeader()->defaultSectionSize();
+}
+
+void LogList::adaptRows()
+{
+    const int height = itemDelegate()->sizeHint({}, {}).height();
+    verticalHeader()->setMinimumSectionSize(height);
+    verticalHeader()->setDefaultSectionSize(height);
+    verticalScrollBar()->setSingleStep(height / 2);
+    updateGeometry();
 }
 
 QSize LogList::sizeHint() const
 {
-    return {0, heightOfRows()};
-}
-
-QSize LogList::minimumSizeHint() const
-{
-    return sizeHint();
+    const qint64 rows = model() ? model()->rowCount() : 0;
+    return {0, static_cast<int>(std::clamp<qint64>(rows * rowHeight(), leastHeight, mostHeight))};
 }

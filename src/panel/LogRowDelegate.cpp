@@ -5,6 +5,7 @@
 #include "panel/LogListModel.h"
 #include "panel/PanelStyle.h"
 
+#include <QApplication>
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -21,43 +22,52 @@ constexpr int lineSpacing = 1;
 constexpr double titleSize = 12;
 constexpr double dateSize = 10;
 
-QFont titleFont()
-{
-    return panelStyle::font(titleSize, QFont::DemiBold);
-}
-
-QFont dateFont()
-{
-    return panelStyle::font(dateSize);
-}
-
-QFont amountFont()
-{
-    return panelStyle::roundedFont(titleSize, QFont::DemiBold);
-}
-
-int textHeight()
-{
-    return QFontMetrics(titleFont()).height() + lineSpacing + QFontMetrics(dateFont()).height();
-}
-
 /// Emoji fill less of a line than letters do.
-QFont emojiFont()
-{
-    return panelStyle::font(1.25 * panelStyle::headlineSize);
-}
-
-/// The room of the widest of the phases' emoji.
-int emojiWidth()
-{
-    const QFontMetrics metrics(emojiFont());
-    int widest = 0;
-    for (const Phase phase : allPhases)
-        widest = std::max(widest, metrics.horizontalAdvance(factsOf(phase).emoji));
-    return widest;
-}
+constexpr double emojiSize = 1.25 * panelStyle::headlineSize;
 
 } // namespace
+
+int LogRowDelegate::Look::textHeight() const
+{
+    return titleHeight + lineSpacing + dateHeight;
+}
+
+const LogRowDelegate::Look& LogRowDelegate::look() const
+{
+    const QFont desktopFont = QApplication::font();
+    if (!m_look.emojiRoom.isEmpty() && m_look.desktopFont == desktopFont)
+        return m_look;
+    m_look = {.desktopFont = desktopFont,
+              .title = panelStyle::font(titleSize, QFont::DemiBold),
+              .date = panelStyle::font(dateSize),
+              .amount = panelStyle::roundedFont(titleSize, QFont::DemiBold),
+              .emoji = panelStyle::font(emojiSize)};
+    m_look.titleHeight = QFontMetrics(m_look.title).height();
+    m_look.dateHeight = QFontMetrics(m_look.date).height();
+    m_look.amountHeight = QFontMetrics(m_look.amount).height();
+    m_look.amountAscent = QFontMetrics(m_look.amount).ascent();
+    const QFontMetrics emoji(m_look.emoji);
+    int widest = 1;
+    for (const Phase phase : allPhases)
+        widest = std::max(widest, emoji.horizontalAdvance(factsOf(phase).emoji));
+    m_look.emojiRoom = {widest, emoji.height()};
+    return m_look;
+}
+
+const QPixmap& LogRowDelegate::emojiPicture(Phase phase, double scale) const
+{
+    const QSize room = look().emojiRoom;
+    QPixmap& picture = m_look.emojiPictures.at(static_cast<std::size_t>(rawValue(phase)));
+    if (!picture.isNull() && picture.devicePixelRatio() == scale)
+        return picture;
+    picture = QPixmap((QSizeF(room) * scale).toSize());
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setFont(m_look.emoji);
+    painter.drawText(QRect({}, room), Qt::AlignCenter, factsOf(phase).emoji);
+    return picture;
+}
 
 void LogRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                            const QModelIndex& index) const
@@ -76,34 +86,31 @@ void LogRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
                                                              : QPalette::Text);
     const QRect inner = option.rect.adjusted(sideMargin, 0, -sideMargin, 0);
 
-    const int textLeft = inner.left() + emojiWidth() + spacing;
-    painter->setPen(text);
-    painter->setFont(emojiFont());
-    painter->drawText(QRect(inner.left(), inner.top(), textLeft - spacing - inner.left(),
-                            inner.height()),
-                      Qt::AlignCenter, facts.emoji);
+    const Look& shape = look();
+    const QSize emojiRoom = shape.emojiRoom;
+    painter->drawPixmap(inner.left(), inner.top() + (inner.height() - emojiRoom.height()) / 2,
+                        emojiPicture(row.phase, painter->device()->devicePixelRatioF()));
+    const int textLeft = inner.left() + emojiRoom.width() + spacing;
 
-    const double amountWidth = fixedDigits::width(row.amount, amountFont());
+    const double amountWidth = fixedDigits::width(row.amount, shape.amount);
     painter->setPen(selected ? text : toQColor(facts.darkTone));
-    const QFontMetrics amountMetrics(amountFont());
     const int amountBaseline =
-        inner.top() + (inner.height() - amountMetrics.height()) / 2 + amountMetrics.ascent();
+        inner.top() + (inner.height() - shape.amountHeight) / 2 + shape.amountAscent;
     fixedDigits::draw(*painter, {inner.right() + 1 - amountWidth, double(amountBaseline)},
-                      row.amount, amountFont());
+                      row.amount, shape.amount);
 
     const int textWidth = inner.right() + 1 - textLeft - spacing - qRound(amountWidth);
-    QRect line(textLeft, inner.top() + (inner.height() - textHeight()) / 2, textWidth,
-               QFontMetrics(titleFont()).height());
+    QRect line(textLeft, inner.top() + (inner.height() - shape.textHeight()) / 2, textWidth,
+               shape.titleHeight);
     const auto drawLine = [&](const QFont& font, const QColor& color, const QString& words) {
         painter->setFont(font);
         painter->setPen(color);
         painter->drawText(line, Qt::AlignLeading | Qt::AlignVCenter,
                           painter->fontMetrics().elidedText(words, Qt::ElideRight, textWidth));
     };
-    drawLine(titleFont(), text, facts.title);
-    line = QRect(textLeft, line.bottom() + 1 + lineSpacing, textWidth,
-                 QFontMetrics(dateFont()).height());
-    drawLine(dateFont(), selected ? text : panelStyle::secondaryText(option.palette), row.date);
+    drawLine(shape.title, text, facts.title);
+    line = QRect(textLeft, line.bottom() + 1 + lineSpacing, textWidth, shape.dateHeight);
+    drawLine(shape.date, selected ? text : panelStyle::secondaryText(option.palette), row.date);
 
     if (index.row() + 1 < model.rowCount() && !selected) {
         painter->fillRect(QRect(textLeft, option.rect.bottom(), inner.right() + 1 - textLeft, 1),
@@ -114,6 +121,6 @@ void LogRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
 
 QSize LogRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
 {
-    const int content = std::max(textHeight(), QFontMetrics(emojiFont()).height());
+    const int content = std::max(look().textHeight(), look().emojiRoom.height());
     return {option.rect.width(), content + 2 * (verticalPadding + listPadding)};
 }
