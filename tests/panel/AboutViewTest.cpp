@@ -145,13 +145,4 @@ TEST_F(AboutViewTest, theKeyboardOpensTheLink)
     EXPECT_EQ(browser.opened, QList<QUrl>{QUrl(branding::linkAddress())});
 }
 
-TEST_F(AboutViewTest, theFirstStopOfTheTabKeyIsTheLink)
-{
-    show(branding::banner());
-    QTest::keyClick(view.get(), Qt::Key_Tab);
-    ASSERT_TRUE(link()->hasFocus());
-    QTest::keyClick(link(), Qt::Key_Return);
-    EXPECT_EQ(browser.opened, QList<QUrl>{QUrl(branding::linkAddress())});
-}
-
 #include "AboutViewTest.moc"
