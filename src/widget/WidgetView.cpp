@@ -158,7 +158,7 @@ void WidgetView::reread()
         m_changing = true;
         update();
     } else if (next.timeString != last.timeString) {
-        update(readoutBounds(next).toAlignedRect());
+        repaintStill(readoutBounds(next).toAlignedRect());
     }
     if (counted != next) {
         m_controlsFading = true;
@@ -217,8 +217,16 @@ void WidgetView::updateArc(Instant now)
     const bool vanishes = progress == 0 && m_paintedProgress != 0;
     if (step < visibleStep && !vanishes)
         return;
-    update(arcDifference(ring, progress, m_paintedProgress).toAlignedRect());
+    repaintStill(arcDifference(ring, progress, m_paintedProgress).toAlignedRect());
     m_paintedProgress = progress;
+}
+
+/// Paints anew what does not move in this part.
+void WidgetView::repaintStill(const QRect& part)
+{
+    if (part.intersects(m_stillBounds))
+        m_stillBounds = {};
+    update(part);
 }
 
 /// How many frames a second there is something new to be seen in; 0 if there is not.

@@ -79,6 +79,7 @@ private:
     void requestFrame(Instant now);
     void keepFocus(int button);
     void updateArc(Instant now);
+    void repaintStill(const QRect& part);
     void makeStill(const QPainter& painter, const QRect& moving, Instant now);
     void paintMoving(QPainter& painter, const QRect& part, Instant now);
     void paintPart(QPainter& painter, const QRect& part, Instant now);
