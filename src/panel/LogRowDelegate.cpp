@@ -116,6 +116,10 @@ void LogRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         painter->fillRect(QRect(textLeft, option.rect.bottom(), inner.right() + 1 - textLeft, 1),
                           panelStyle::separator(option.palette));
     }
+    if (option.state.testFlag(QStyle::State_HasFocus) && !selected) {
+        painter->setPen(option.palette.color(QPalette::Highlight));
+        painter->drawRect(option.rect.adjusted(1, 1, -2, -2));
+    }
     painter->restore();
 }
 

@@ -67,7 +67,11 @@ void SettingsView::addCompactSwitch(FormSection& section)
     const QString title = QStringLiteral("Compact widget");
     auto* control = new Switch(title);
     section.addRow(QStringLiteral("rectangle.compress.vertical"), title, {control});
-    connect(control, &QCheckBox::clicked, this, [this](bool on) { m_engine.compactMode = on; });
+    // Assistive technology toggles it without a click.
+    connect(control, &QCheckBox::toggled, this, [this](bool on) {
+        if (on != m_engine.compactMode())
+            m_engine.compactMode = on;
+    });
     connect(this, &SettingsView::reread, control,
             [this, control] { control->setChecked(m_engine.compactMode()); });
 }
