@@ -6,6 +6,7 @@
 #include "panel/LogListModel.h"
 #include "panel/LogRowDelegate.h"
 
+#include <QAccessible>
 #include <QScrollBar>
 
 #include <memory>
@@ -179,6 +180,21 @@ TEST_F(LogListTest, anEntryMoreCostsNoMoreThanTheRowsThatAreSeen)
         EXPECT_LE(delegate.measured, 2 * rowsSeen) << place;
     }
     list->setItemDelegate(own);
+}
+
+TEST_F(LogListTest, itsRowsAreReadOutInWords)
+{
+    show(3);
+    QAccessibleInterface* found = QAccessible::queryAccessibleInterface(list.get());
+    EXPECT_EQ(found->text(QAccessible::Name), QStringLiteral("Logs"));
+    QAccessibleTableInterface* table = found->tableInterface();
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->rowCount(), 3);
+    EXPECT_EQ(table->columnCount(), 1);
+    for (int row = 0; row < 3; ++row) {
+        EXPECT_EQ(table->cellAt(row, 0)->text(QAccessible::Name),
+                  model->index(row).data(Qt::AccessibleTextRole).toString());
+    }
 }
 
 TEST_F(LogListTest, rowsFollowTheFont)

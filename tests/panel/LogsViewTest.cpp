@@ -147,6 +147,18 @@ TEST_F(LogsViewTest, clearingWorksByKeyboardToo)
     EXPECT_TRUE(store.entries().empty());
 }
 
+TEST_F(LogsViewTest, theTabKeyGoesFromTheListToTheButton)
+{
+    store.entries = historyOf(50);
+    show();
+    list()->setFocus();
+    QTest::keyClick(list(), Qt::Key_Down);
+    QTest::keyClick(list(), Qt::Key_Tab);
+    EXPECT_TRUE(clear()->hasFocus());
+    QTest::keyClick(clear(), Qt::Key_Backtab);
+    EXPECT_TRUE(list()->hasFocus());
+}
+
 TEST_F(LogsViewTest, enterInTheListClearsNothing)
 {
     store.log(Phase::sitting, 40 * 60, 0);

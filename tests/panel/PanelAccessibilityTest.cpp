@@ -95,3 +95,14 @@ TEST_F(PanelAccessibilityTest, theSwitchIsACheckBox)
     onePass();
     EXPECT_TRUE(found->state().checked);
 }
+
+TEST_F(PanelAccessibilityTest, theSwitchCanBeToggled)
+{
+    QAccessibleActionInterface* actions =
+        QAccessible::queryAccessibleInterface(view.findChild<Switch*>())->actionInterface();
+    ASSERT_TRUE(actions->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+    actions->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(engine.compactMode());
+    actions->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_FALSE(engine.compactMode());
+}

@@ -2,6 +2,7 @@
 
 #include "LogTest.h"
 #include "Looks.h"
+#include "panel/AboutView.h"
 #include "panel/AppPanelView.h"
 #include "panel/ClearButton.h"
 #include "panel/LogsView.h"
