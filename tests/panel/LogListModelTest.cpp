@@ -150,6 +150,9 @@ TEST_F(LogListModelTest, anotherHistoryIsAReset)
     EXPECT_EQ(resetsFor({before[0], before[1]}), 1) << "without the newest";
     EXPECT_EQ(resetsFor({before[1], before[2]}), 1) << "without the oldest";
     EXPECT_EQ(resetsFor({before[1], before[0], before[2]}), 1) << "in another order";
+    EXPECT_EQ(resetsFor({before[0], before[2], before[1]}), 1) << "in another order";
+    EXPECT_EQ(resetsFor({before[0], before[1], entryOf(0, 60, 0), before[2]}), 1)
+        << "with one in between";
     EXPECT_EQ(resetsFor({entryOf(0, 60, 0), before[0], before[1], before[2]}), 1)
         << "with one before";
 }
