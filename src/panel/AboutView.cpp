@@ -1,6 +1,7 @@
 #include "panel/AboutView.h"
 
 #include "panel/Branding.h"
+#include "panel/LinkButton.h"
 #include "panel/LogoBanner.h"
 #include "panel/PanelStyle.h"
 #include "panel/TextLabel.h"
@@ -23,21 +24,12 @@ TextLabel* makeCredit()
     return credit;
 }
 
-TextLabel* makeLink()
+LinkButton* makeLink()
 {
     const QUrl address(branding::linkAddress(), QUrl::StrictMode);
     if (!address.isValid() || address.scheme().isEmpty())
         qFatal("the link of the About section has no valid address");
-    auto* link =
-        new TextLabel(QStringLiteral("<a href=\"%1\" style=\"text-decoration:none\">%2</a>")
-                          .arg(address.toString(QUrl::FullyEncoded).toHtmlEscaped(),
-                               branding::linkTitle().toHtmlEscaped()),
-                      panelStyle::calloutSize, QFont::DemiBold, TextLabel::Shade::primary);
-    link->setTextFormat(Qt::RichText);
-    link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-    link->setOpenExternalLinks(true);
-    link->setAccessibleName(branding::linkTitle());
-    return link;
+    return new LinkButton(branding::linkTitle(), address);
 }
 
 } // namespace

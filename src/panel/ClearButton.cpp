@@ -1,28 +1,21 @@
 #include "panel/ClearButton.h"
 
+#include "panel/DesktopLook.h"
 #include "panel/PanelStyle.h"
 
 #include <QApplication>
-#include <QEvent>
 
 ClearButton::ClearButton(const QString& text)
     : QPushButton(text)
 {
     setAutoDefault(false);
-    adapt();
+    new DesktopLook(*this, [this] { adapt(); });
 }
 
 QSize ClearButton::sizeHint() const
 {
     // Some styles leave a short text no room.
     return QPushButton::sizeHint().expandedTo({fontMetrics().horizontalAdvance(text()) + 24, 0});
-}
-
-void ClearButton::changeEvent(QEvent* event)
-{
-    QPushButton::changeEvent(event);
-    if (event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::PaletteChange)
-        adapt();
 }
 
 void ClearButton::adapt()

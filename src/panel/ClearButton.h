@@ -12,9 +12,6 @@ public:
 
     QSize sizeHint() const override;
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 private:
     void adapt();
 };

@@ -54,9 +54,12 @@ const LogRowDelegate::Look& LogRowDelegate::look() const
     return m_look;
 }
 
-const QPixmap& LogRowDelegate::emojiPicture(Phase phase, double scale) const
+const QPixmap& LogRowDelegate::emojiPicture(Phase phase, const QColor& color, double scale) const
 {
     const QSize room = look().emojiRoom;
+    if (color != m_look.emojiColor)
+        m_look.emojiPictures = {};
+    m_look.emojiColor = color;
     QPixmap& picture = m_look.emojiPictures.at(static_cast<std::size_t>(rawValue(phase)));
     if (!picture.isNull() && picture.devicePixelRatio() == scale)
         return picture;
@@ -65,6 +68,7 @@ const QPixmap& LogRowDelegate::emojiPicture(Phase phase, double scale) const
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setFont(m_look.emoji);
+    painter.setPen(color);
     painter.drawText(QRect({}, room), Qt::AlignCenter, factsOf(phase).emoji);
     return picture;
 }
@@ -89,7 +93,7 @@ void LogRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     const Look& shape = look();
     const QSize emojiRoom = shape.emojiRoom;
     painter->drawPixmap(inner.left(), inner.top() + (inner.height() - emojiRoom.height()) / 2,
-                        emojiPicture(row.phase, painter->device()->devicePixelRatioF()));
+                        emojiPicture(row.phase, text, painter->device()->devicePixelRatioF()));
     const int textLeft = inner.left() + emojiRoom.width() + spacing;
 
     const double amountWidth = fixedDigits::width(row.amount, shape.amount);

@@ -34,13 +34,14 @@ private:
         int amountHeight = 0;
         int amountAscent = 0;
         QSize emojiRoom{};
+        QColor emojiColor{}; ///< where their font has no colours
         std::array<QPixmap, allPhases.size()> emojiPictures{}; ///< null until needed
 
         int textHeight() const;
     };
 
     const Look& look() const;
-    const QPixmap& emojiPicture(Phase phase, double scale) const;
+    const QPixmap& emojiPicture(Phase phase, const QColor& color, double scale) const;
 
     mutable Look m_look;
 };

@@ -65,13 +65,14 @@ QWidget* LogsView::makeTiles()
     auto* row = new QHBoxLayout(tiles);
     row->setContentsMargins(tilesPadding, tilesPadding, tilesPadding, tilesPadding);
     row->setSpacing(tileSpacing);
-    const auto addTile = [row](const QString& label, const QColor& color) {
-        auto* tile = new StatTile(label, color);
+    const QString deskTime = QStringLiteral("Total desk time");
+    const auto addTile = [&](const QString& label, const QColor& color) {
+        auto* tile = new StatTile(label, deskTime, color);
         row->addWidget(tile, 1);
         return tile;
     };
     const auto toneOf = [](Phase phase) { return toQColor(factsOf(phase).darkTone); };
-    m_deskTime = addTile(QStringLiteral("Total desk time"), teal);
+    m_deskTime = addTile(deskTime, teal);
     m_seated = addTile(QStringLiteral("Seated"), toneOf(Phase::sitting));
     m_standing = addTile(QStringLiteral("Standing"), toneOf(Phase::standing));
     m_pushups = addTile(QStringLiteral("Push-ups"), toneOf(Phase::pushups));

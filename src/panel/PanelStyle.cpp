@@ -6,10 +6,12 @@
 #include <QFontInfo>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
 constexpr double usualSize = 13;
+constexpr double readableContrast = 4.5;
 
 bool isDark(const QPalette& palette)
 {
@@ -22,6 +24,22 @@ QColor mix(const QColor& from, const QColor& to, double part)
     const auto channel = [part](int a, int b) { return qRound(a + (b - a) * part); };
     return {channel(from.red(), to.red()), channel(from.green(), to.green()),
             channel(from.blue(), to.blue())};
+}
+
+double luminance(const QColor& color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+/// From 1 to 21, as guidelines for accessible texts count it.
+double contrast(const QColor& a, const QColor& b)
+{
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 QFont sized(QFont font, double size, QFont::Weight weight)
@@ -79,6 +97,16 @@ QColor groupFill(const QPalette& palette)
 QColor groupBorder(const QPalette& palette)
 {
     return mixed(palette, 0.1);
+}
+
+QColor link(const QPalette& palette)
+{
+    const QColor ground = groupFill(palette);
+    const QColor text = palette.color(QPalette::WindowText);
+    QColor color = palette.color(QPalette::Link);
+    for (int tries = 0; contrast(color, ground) < readableContrast && tries < 20; ++tries)
+        color = mix(color, text, 0.15);
+    return color;
 }
 
 QColor destructiveText(const QPalette& palette)

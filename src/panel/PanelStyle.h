@@ -35,6 +35,9 @@ QColor separator(const QPalette& palette);
 QColor groupFill(const QPalette& palette);
 QColor groupBorder(const QPalette& palette);
 
+/// The desktop's colour of links, made readable on the ground of a group where it is not.
+QColor link(const QPalette& palette);
+
 /// The text of a button that takes something away for good.
 QColor destructiveText(const QPalette& palette);
 

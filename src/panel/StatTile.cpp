@@ -46,8 +46,9 @@ QString shortened(QString text, const QFont& font, double room)
 
 } // namespace
 
-StatTile::StatTile(const QString& label, const QColor& color)
+StatTile::StatTile(const QString& label, const QString& widestLabel, const QColor& color)
     : m_label(label)
+    , m_widestLabel(widestLabel)
     , m_color(color)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -96,7 +97,7 @@ void StatTile::paintEvent(QPaintEvent*)
     painter.restore();
 
     QFont label = labelFont();
-    if (const int wide = QFontMetrics(label).horizontalAdvance(m_label); wide > width())
+    if (const int wide = QFontMetrics(label).horizontalAdvance(m_widestLabel); wide > width())
         label.setPixelSize(std::max(label.pixelSize() * width() / wide, 1));
     painter.setFont(label);
     painter.setPen(panelStyle::secondaryText(palette()));

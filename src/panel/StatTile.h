@@ -8,7 +8,8 @@ class StatTile : public QWidget
     Q_OBJECT
 
 public:
-    StatTile(const QString& label, const QColor& color);
+    /// `widestLabel` is that of all the tiles in the row, whose labels are all of one size.
+    StatTile(const QString& label, const QString& widestLabel, const QColor& color);
 
     QString value() const { return m_value; }
     void setValue(const QString& value);
@@ -21,6 +22,7 @@ protected:
 
 private:
     QString m_label;
+    QString m_widestLabel;
     QColor m_color;
     QString m_value;
 };

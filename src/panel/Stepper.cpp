@@ -37,6 +37,7 @@ Stepper::Stepper(const QString& title, StepRange range, const QString& unit)
     row->setSpacing(2);
     m_lower = addButton(QStringLiteral("minus"), QStringLiteral("Less"), &Stepper::lowerValue);
     m_raise = addButton(QStringLiteral("plus"), QStringLiteral("More"), &Stepper::raiseValue);
+    offerButtons();
 }
 
 QToolButton* Stepper::addButton(const QString& symbol, const QString& words,
@@ -60,9 +61,14 @@ void Stepper::setValue(qint64 value)
     if (value == m_value)
         return;
     m_value = value;
-    m_lower->setEnabled(m_range.canLower(value));
-    m_raise->setEnabled(m_range.canRaise(value));
+    offerButtons();
     announceStepperValue(*this);
+}
+
+void Stepper::offerButtons()
+{
+    m_lower->setEnabled(m_range.canLower(m_value));
+    m_raise->setEnabled(m_range.canRaise(m_value));
 }
 
 QString Stepper::text() const

@@ -43,6 +43,7 @@ protected:
 
 private:
     QToolButton* addButton(const QString& symbol, const QString& words, void (Stepper::*action)());
+    void offerButtons();
 
     StepRange m_range;
     QString m_unit;

@@ -4,6 +4,9 @@
 
 #include <QAccessibleWidget>
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 class StepperAccessible : public QAccessibleWidget, public QAccessibleValueInterface
@@ -33,10 +36,12 @@ public:
     void setCurrentValue(const QVariant& value) override
     {
         bool isNumber = false;
-        const qint64 wanted = value.toLongLong(&isNumber);
+        const double wanted = value.toDouble(&isNumber);
         const StepRange& range = stepper().range();
-        if (isNumber)
-            stepper().request(std::clamp(wanted, range.least, range.most));
+        if (!isNumber || std::isnan(wanted))
+            return;
+        stepper().request(qRound64(std::clamp(wanted, static_cast<double>(range.least),
+                                              static_cast<double>(range.most))));
     }
 
 private:

@@ -1,9 +1,9 @@
 #include "panel/TextLabel.h"
 
+#include "panel/DesktopLook.h"
 #include "panel/PanelStyle.h"
 
 #include <QApplication>
-#include <QEvent>
 
 TextLabel::TextLabel(const QString& text, double size, QFont::Weight weight, Shade shade)
     : QLabel(text)
@@ -11,15 +11,7 @@ TextLabel::TextLabel(const QString& text, double size, QFont::Weight weight, Sha
     , m_weight(weight)
     , m_shade(shade)
 {
-    adapt();
-}
-
-void TextLabel::changeEvent(QEvent* event)
-{
-    QLabel::changeEvent(event);
-    if (event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::PaletteChange ||
-        event->type() == QEvent::FontChange)
-        adapt();
+    new DesktopLook(*this, [this] { adapt(); });
 }
 
 void TextLabel::adapt()

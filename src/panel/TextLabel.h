@@ -13,9 +13,6 @@ public:
     /// `size` in pixels where the desktop's font is a usual one.
     TextLabel(const QString& text, double size, QFont::Weight weight, Shade shade);
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 private:
     void adapt();
 

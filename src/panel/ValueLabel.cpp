@@ -6,12 +6,20 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
+
+namespace {
+
+/// What a row has room for beside its title, whatever the font; logical pixels.
+constexpr int mostWidth = 110;
+
+} // namespace
 
 ValueLabel::ValueLabel(QWidget* parent)
     : QWidget(parent)
 {
-    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void ValueLabel::setText(const QString& text)
@@ -30,12 +38,20 @@ QSize ValueLabel::sizeHint() const
             QFontMetrics(font()).height()};
 }
 
+QSize ValueLabel::minimumSizeHint() const
+{
+    return sizeHint().boundedTo({mostWidth, QWIDGETSIZE_MAX});
+}
+
 void ValueLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setPen(panelStyle::secondaryText(palette()));
     const QFontMetrics metrics(font());
-    const int baseline = (height() - metrics.height()) / 2 + metrics.ascent();
-    fixedDigits::draw(painter, {width() - fixedDigits::width(m_text, font()), double(baseline)},
-                      m_text, font());
+    const double natural = fixedDigits::width(m_text, font());
+    const double scale = std::min(width() / std::max(natural, 1.0), 1.0);
+    painter.translate(width(), height() / 2.0);
+    painter.scale(scale, scale);
+    fixedDigits::draw(painter, {-natural, metrics.ascent() - metrics.height() / 2.0}, m_text,
+                      font());
 }

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 /// The value of a row, in secondary text with digits of equal width, at the right end of its room.
+/// A value that is too long for a row is written smaller.
 class ValueLabel : public QWidget
 {
     Q_OBJECT
@@ -14,7 +15,7 @@ public:
     void setText(const QString& text);
 
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -96,6 +96,14 @@ TEST_F(PanelAccessibilityTest, theSwitchIsACheckBox)
     EXPECT_TRUE(found->state().checked);
 }
 
+TEST_F(PanelAccessibilityTest, anEnormousValueIsTheMost)
+{
+    QAccessible::queryAccessibleInterface(stepper("Push-ups"))
+        ->valueInterface()
+        ->setCurrentValue(1e300);
+    EXPECT_EQ(engine.pushupCount(), 500);
+}
+
 TEST_F(PanelAccessibilityTest, theSwitchCanBeToggled)
 {
     QAccessibleActionInterface* actions =

@@ -6,6 +6,7 @@
 #include "panel/AppPanelView.h"
 #include "panel/ClearButton.h"
 #include "panel/LogsView.h"
+#include "panel/LinkButton.h"
 #include "panel/PanelStyle.h"
 #include "panel/SettingsView.h"
 #include "panel/StatTile.h"
@@ -144,6 +145,16 @@ TEST_F(PanelLooksTest, theColoursFollowTheDesktopWhileThePanelIsShown)
     EXPECT_EQ(panel.grab().toImage(), light);
 }
 
+TEST_F(PanelLooksTest, theLinkCanBeRead)
+{
+    for (const QPalette& palette : {lightPalette(), darkPalette()}) {
+        QApplication::setPalette(palette);
+        AboutView view{QString()};
+        EXPECT_GE(contrastOf(inkOf(view.findChild<LinkButton*>()), panelStyle::groupFill(palette)),
+                  4.5);
+    }
+}
+
 TEST_F(PanelLooksTest, smallTextsAreNoSmallerThanUsual)
 {
     for (const auto& [points, pixels] : {std::pair(6, 12), std::pair(20, 25)}) {
@@ -153,6 +164,23 @@ TEST_F(PanelLooksTest, smallTextsAreNoSmallerThanUsual)
         EXPECT_EQ(label.font().pixelSize(), pixels);
         EXPECT_EQ(label.font().weight(), QFont::DemiBold);
     }
+}
+
+TEST_F(PanelLooksTest, textsFollowTheFontOfTheDesktop)
+{
+    desktop.setPointSize(10);
+    QWidget window;
+    auto* label =
+        new TextLabel(QStringLiteral("Text"), 12, QFont::DemiBold, TextLabel::Shade::primary);
+    label->setParent(&window);
+    auto* button = new ClearButton(QStringLiteral("Clear"));
+    button->setParent(&window);
+    showActive(window);
+    desktop.setPointSize(20);
+    onePass();
+    EXPECT_EQ(label->font().pixelSize(), 25);
+    EXPECT_EQ(label->font().weight(), QFont::DemiBold);
+    EXPECT_EQ(button->font().pixelSize(), 25);
 }
 
 TEST_F(PanelLooksTest, theSwitchShowsWhereItStands)

@@ -149,6 +149,15 @@ TEST_F(SettingsBindingTest, aStoredValueFromOutsideIsShownAndNotTouched)
     }
 }
 
+TEST_F(SettingsBindingTest, atZeroOnlyMoreCanBePressed)
+{
+    engine.pushupCount = 0;
+    show();
+    EXPECT_EQ(values()[2], "0 reps");
+    EXPECT_FALSE(less(2)->isEnabled());
+    EXPECT_TRUE(more(2)->isEnabled());
+}
+
 TEST_F(SettingsBindingTest, aNewLengthKeepsTheTimeAlreadySpent)
 {
     show();

@@ -2,8 +2,7 @@
 
 #include "SettingsTest.h"
 #include "panel/Branding.h"
-
-#include <QLabel>
+#include "panel/LinkButton.h"
 
 class SettingsKeyboardTest : public SettingsTest
 {
@@ -19,7 +18,7 @@ TEST_F(SettingsKeyboardTest, theTabKeyGoesFromTopToBottom)
         EXPECT_EQ(QApplication::focusWidget(), stepper(i)) << i;
     }
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    const auto* link = qobject_cast<QLabel*>(QApplication::focusWidget());
+    const auto* link = qobject_cast<LinkButton*>(QApplication::focusWidget());
     ASSERT_NE(link, nullptr);
     EXPECT_EQ(link->accessibleName(), branding::linkTitle());
     compact()->setFocus();

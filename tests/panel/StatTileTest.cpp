@@ -13,7 +13,7 @@ constexpr QColor orange(200, 100, 0);
 /// The tile as it is seen at the width that four of them have in the panel.
 QImage shown(const QString& value)
 {
-    StatTile tile(QStringLiteral("Seated"), orange);
+    StatTile tile(QStringLiteral("Seated"), QStringLiteral("Seated"), orange);
     tile.setValue(value);
     tile.resize(79, tile.sizeHint().height());
     return tile.grab().toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
@@ -93,7 +93,7 @@ TEST(StatTileTest, aShortValueKeepsItsSize)
 
 TEST(StatTileTest, itSaysWhatItShows)
 {
-    StatTile tile(QStringLiteral("Seated"), orange);
+    StatTile tile(QStringLiteral("Seated"), QStringLiteral("Seated"), orange);
     tile.setValue(QStringLiteral("40m"));
     EXPECT_EQ(tile.value(), QStringLiteral("40m"));
     EXPECT_EQ(tile.accessibleName(), QStringLiteral("Seated 40m"));

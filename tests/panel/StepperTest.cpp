@@ -223,3 +223,13 @@ TEST_F(StepperTest, numbersAreNotGrouped)
     stepper->setValue(std::numeric_limits<qint64>::min());
     EXPECT_EQ(stepper->text(), QStringLiteral("-9223372036854775808 reps"));
 }
+
+TEST(StepperAtZeroTest, onlyMoreCanBePressed)
+{
+    Stepper stepper(QStringLiteral("Push-ups"), {1, 500, 5}, QStringLiteral("reps"));
+    stepper.setValue(0);
+    const auto buttons = stepper.findChildren<QToolButton*>();
+    ASSERT_EQ(buttons.size(), 2);
+    EXPECT_FALSE(buttons[0]->isEnabled());
+    EXPECT_TRUE(buttons[1]->isEnabled());
+}
