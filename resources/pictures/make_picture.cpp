@@ -16,8 +16,7 @@ int main(int argc, char* argv[])
     }
     QSvgRenderer svg(QString::fromLocal8Bit(argv[1]));
     constexpr int anyWidth = 1 << 16;
-    const QSize size =
-        svg.defaultSize().scaled(anyWidth, std::atoi(argv[3]), Qt::KeepAspectRatio);
+    const QSize size = svg.defaultSize().scaled(anyWidth, std::atoi(argv[3]), Qt::KeepAspectRatio);
     if (!svg.isValid() || size.isEmpty()) {
         std::fprintf(stderr, "make_picture: %s is no picture\n", argv[1]);
         return EXIT_FAILURE;

@@ -5,6 +5,8 @@
 #include "core/NextPass.h"
 #include "log/SessionStore.h"
 #include "panel/AppPanelView.h"
+#include "platform/ApplicationService.h"
+#include "platform/SessionBus.h"
 #include "platform/StatusItem.h"
 #include "widget/WidgetView.h"
 
@@ -90,12 +92,28 @@ void AppDelegate::applicationDidFinishLaunching()
             });
     updateStatusItem();
 
-    connect(m_statusItem.get(), &StatusItem::busFound, &m_animations, &DesktopAnimations::watch);
     connect(&m_animations, &DesktopAnimations::changed, &m_frames, &FrameSource::setAnimated);
 
-    // The tray can wait for the widget's first frame, but not for ever.
-    connect(view, &WidgetView::firstFramePainted, m_statusItem.get(), &StatusItem::start);
-    QTimer::singleShot(1s, m_statusItem.get(), &StatusItem::start);
+    const ApplicationService& service = m_environment.service;
+    connect(&service, &ApplicationService::activated, m_panel.get(),
+            &FloatingPanel::orderFrontRegardless);
+    connect(&service, &ApplicationService::actionActivated, this, &AppDelegate::activateAction);
+    connect(&service, &ApplicationService::becameSecond, this, &AppDelegate::quit);
+
+    // The rest of the desktop can wait for the widget's first frame, but not for ever.
+    connect(view, &WidgetView::firstFramePainted, this, &AppDelegate::useDesktop);
+    QTimer::singleShot(1s, this, &AppDelegate::useDesktop);
+}
+
+void AppDelegate::useDesktop()
+{
+    if (std::exchange(m_usesDesktop, true))
+        return;
+    m_statusItem->start(m_environment.sessionBus);
+    m_environment.sessionBus.whenGreeted(this, [this](const QDBusConnection& bus) {
+        if (bus.isConnected())
+            m_animations.watch(bus);
+    });
 }
 
 void AppDelegate::setUpStatusItem()
@@ -150,6 +168,22 @@ void AppDelegate::updateStatusItem()
         return;
     m_shownIcon = icon;
     m_statusItem->redrawIcon();
+}
+
+void AppDelegate::activateAction(const QString& name)
+{
+    using Action = void (AppDelegate::*)();
+    static const QHash<QString, Action> actions{
+        {QStringLiteral("pause"), &AppDelegate::togglePause},
+        {QStringLiteral("skip"), &AppDelegate::skipPhase},
+        {QStringLiteral("restart"), &AppDelegate::restartCycle},
+        {QStringLiteral("toggle-widget"), &AppDelegate::toggleWidget},
+        {QStringLiteral("settings"), &AppDelegate::openSettingsAction},
+        {QStringLiteral("logs"), &AppDelegate::openLogsAction},
+        {QStringLiteral("quit"), &AppDelegate::quit},
+    };
+    if (const Action action = actions.value(name))
+        (this->*action)();
 }
 
 void AppDelegate::toggleWidget()

@@ -11,9 +11,11 @@
 #include <memory>
 #include <optional>
 
+class ApplicationService;
 class FileSystem;
 class FloatingPanel;
 class PanelWindow;
+class SessionBus;
 class SessionStore;
 class StatusItem;
 
@@ -31,6 +33,8 @@ public:
         SettingsStore& settings;
         SoundPlayer& sound;
         FileSystem& fileSystem;
+        SessionBus& sessionBus;
+        ApplicationService& service;
         QString logPath; ///< of the history's file
         QStringList arguments;
     };
@@ -45,11 +49,13 @@ public:
     void openPanel(int tab);
 
 private:
+    void useDesktop();
     void setUpStatusItem();
     void menuWillOpen();
     void updateStatusItem();
     SessionStore& sharedSessionStore();
 
+    void activateAction(const QString& name);
     void toggleWidget();
     void togglePause();
     void skipPhase();
@@ -69,6 +75,7 @@ private:
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<StatusItem> m_statusItem;
     std::optional<StatusIcon> m_shownIcon;
+    bool m_usesDesktop = false;
     QAction* m_cycleInfoItem = nullptr;
     QAction* m_toggleWidgetItem = nullptr;
     QAction* m_pauseItem = nullptr;

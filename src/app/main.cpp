@@ -3,6 +3,8 @@
 #include "app/UserFolders.h"
 #include "core/IniSettingsStore.h"
 #include "log/FileSystem.h"
+#include "platform/ApplicationService.h"
+#include "platform/SessionBus.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSoundPlayer.h"
 #include "platform/TerminationSignals.h"
@@ -12,6 +14,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cstdlib>
 #include <fontconfig/fontconfig.h>
 #include <malloc.h>
 #include <thread>
@@ -28,6 +31,16 @@ QString soundFolder()
     const QString program = QCoreApplication::applicationDirPath();
     const QString built = program + sounds;
     return QDir(built).exists() ? built : QDir::cleanPath(program + QStringLiteral("/..") + sounds);
+}
+
+/// Whether the program runs already. It has come to the front then.
+bool runsAlready(const SessionBus& bus, const ApplicationService& service)
+{
+    bus.waitUntilGreeted(500ms);
+    if (!service.isSecond())
+        return false;
+    bus.waitUntilGreeted(3s); // the other one may take a moment
+    return true;
 }
 
 } // namespace
@@ -47,12 +60,17 @@ int main(int argc, char* argv[])
     QApplication::setDesktopFileName(QStringLiteral("io.github.vantora.Vantora"));
     QApplication::setQuitOnLastWindowClosed(false);
 
+    ApplicationService service;
+    const SessionBus::Use claim = [&service](const QDBusConnection& bus) { service.claim(bus); };
+    SessionBus sessionBus(claim);
     SystemClock clock;
     IniSettingsStore settings(settingsPath());
     SystemSoundPlayer sound(soundFolder());
     FileSystem fileSystem;
-    AppDelegate delegate(
-        {clock, settings, sound, fileSystem, sessionLogPath(), QCoreApplication::arguments()});
+    AppDelegate delegate({clock, settings, sound, fileSystem, sessionBus, service, sessionLogPath(),
+                          QCoreApplication::arguments()});
+    if (runsAlready(sessionBus, service))
+        return EXIT_SUCCESS;
     delegate.applicationDidFinishLaunching();
     // What only the start needed goes back to the system, once the tray has its first icon.
     QTimer::singleShot(2s, &application, [] { ::malloc_trim(0); });

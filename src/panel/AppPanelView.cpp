@@ -18,7 +18,7 @@ namespace {
 
 constexpr int logsTab = 1;
 constexpr double iconSide = 16; ///< logical pixels, beside a usual font
-constexpr int tabMargin = 8; ///< logical pixels above the tabs
+constexpr int tabMargin = 8;    ///< logical pixels above the tabs
 
 } // namespace
 

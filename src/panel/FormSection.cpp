@@ -24,8 +24,8 @@ FormSection::FormSection(const QString& header, const QString& footer)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(6);
-    auto* title = new TextLabel(header, panelStyle::headlineSize, QFont::DemiBold,
-                                TextLabel::Shade::primary);
+    auto* title =
+        new TextLabel(header, panelStyle::headlineSize, QFont::DemiBold, TextLabel::Shade::primary);
     title->setContentsMargins(textIndent, 0, textIndent, 0);
     column->addWidget(title);
 
@@ -38,8 +38,8 @@ FormSection::FormSection(const QString& header, const QString& footer)
 
     if (footer.isEmpty())
         return;
-    auto* note = new TextLabel(footer, panelStyle::captionSize, QFont::Normal,
-                               TextLabel::Shade::secondary);
+    auto* note =
+        new TextLabel(footer, panelStyle::captionSize, QFont::Normal, TextLabel::Shade::secondary);
     note->setWordWrap(true);
     note->setContentsMargins(textIndent, 0, textIndent, 0);
     column->addWidget(note);
@@ -59,8 +59,8 @@ void FormSection::addRow(const QString& symbol, const QString& title,
     line->setContentsMargins(textIndent, 3, textIndent - 3, 3);
     line->setSpacing(10);
     line->addWidget(new SymbolView(symbol, symbolSide));
-    auto* words = new TextLabel(title, panelStyle::headlineSize, QFont::Normal,
-                                TextLabel::Shade::primary);
+    auto* words =
+        new TextLabel(title, panelStyle::headlineSize, QFont::Normal, TextLabel::Shade::primary);
     words->setWordWrap(true); // where fonts are large
     line->addWidget(words, 1);
     for (QWidget* control : controls)

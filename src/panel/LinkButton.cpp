@@ -29,7 +29,8 @@ LinkButton::LinkButton(const QString& title, const QUrl& address)
         setFont(panelStyle::font(panelStyle::calloutSize, QFont::DemiBold));
         update();
     });
-    connect(this, &QAbstractButton::clicked, this, [address] { QDesktopServices::openUrl(address); });
+    connect(this, &QAbstractButton::clicked, this,
+            [address] { QDesktopServices::openUrl(address); });
 }
 
 QSize LinkButton::sizeHint() const

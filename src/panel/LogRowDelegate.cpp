@@ -86,8 +86,8 @@ void LogRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
     if (selected)
         painter->fillRect(option.rect, option.palette.color(group, QPalette::Highlight));
-    const QColor text = option.palette.color(group, selected ? QPalette::HighlightedText
-                                                             : QPalette::Text);
+    const QColor text =
+        option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
     const QRect inner = option.rect.adjusted(sideMargin, 0, -sideMargin, 0);
 
     const Look& shape = look();

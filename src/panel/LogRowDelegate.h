@@ -34,7 +34,7 @@ private:
         int amountHeight = 0;
         int amountAscent = 0;
         QSize emojiRoom{};
-        QColor emojiColor{}; ///< where their font has no colours
+        QColor emojiColor{};                                   ///< where their font has no colours
         std::array<QPixmap, allPhases.size()> emojiPictures{}; ///< null until needed
 
         int textHeight() const;

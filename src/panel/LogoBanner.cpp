@@ -26,8 +26,8 @@ LogoBanner::LogoBanner(QImage picture)
 
 QSize LogoBanner::sizeHint() const
 {
-    const QSize picture = m_picture.size().scaled(QWIDGETSIZE_MAX, pictureHeight,
-                                                  Qt::KeepAspectRatio);
+    const QSize picture =
+        m_picture.size().scaled(QWIDGETSIZE_MAX, pictureHeight, Qt::KeepAspectRatio);
     return {picture.width(), pictureHeight + 2 * padding};
 }
 
@@ -45,6 +45,6 @@ void LogoBanner::paintEvent(QPaintEvent*)
     place.moveCenter(QRectF(rect()).center());
     // Made smaller here and not by the painter, which would skip pixels.
     const QSize pixels = (place.size() * devicePixelRatioF()).toSize();
-    painter.drawImage(place, m_picture.scaled(pixels, Qt::IgnoreAspectRatio,
-                                              Qt::SmoothTransformation));
+    painter.drawImage(place,
+                      m_picture.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }

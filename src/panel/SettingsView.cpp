@@ -27,7 +27,8 @@ SettingsView::SettingsView(TimerEngine& engine)
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(sideMargin, sectionSpacing, sideMargin, sideMargin);
     column->setSpacing(sectionSpacing);
-    const auto addSection = [&](const QString& header, const QString& footer = {}) -> auto& {
+    const auto addSection = [&](const QString& header, const QString& footer = {}) -> auto&
+    {
         auto* section = new FormSection(header, footer);
         column->addWidget(section);
         return *section;

@@ -66,8 +66,8 @@ void StatTile::setValue(const QString& value)
 QSize StatTile::sizeHint() const
 {
     const QFontMetrics label(labelFont());
-    return {label.horizontalAdvance(m_label), QFontMetrics(valueFont()).height() + spacing +
-                                                  label.height() + 2 * verticalPadding};
+    return {label.horizontalAdvance(m_label),
+            QFontMetrics(valueFont()).height() + spacing + label.height() + 2 * verticalPadding};
 }
 
 void StatTile::paintEvent(QPaintEvent*)
@@ -101,7 +101,7 @@ void StatTile::paintEvent(QPaintEvent*)
         label.setPixelSize(std::max(label.pixelSize() * width() / wide, 1));
     painter.setFont(label);
     painter.setPen(panelStyle::secondaryText(palette()));
-    painter.drawText(rect().adjusted(0, verticalPadding + metrics.height() + spacing, 0,
-                                     -verticalPadding),
-                     Qt::AlignCenter, m_label);
+    painter.drawText(
+        rect().adjusted(0, verticalPadding + metrics.height() + spacing, 0, -verticalPadding),
+        Qt::AlignCenter, m_label);
 }

@@ -18,9 +18,8 @@ public:
 
     void* interface_cast(QAccessible::InterfaceType type) override
     {
-        return type == QAccessible::ValueInterface
-                   ? static_cast<QAccessibleValueInterface*>(this)
-                   : QAccessibleWidget::interface_cast(type);
+        return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
     }
 
     QString text(QAccessible::Text kind) const override
@@ -40,8 +39,8 @@ public:
         const StepRange& range = stepper().range();
         if (!isNumber || std::isnan(wanted))
             return;
-        stepper().request(qRound64(std::clamp(wanted, static_cast<double>(range.least),
-                                              static_cast<double>(range.most))));
+        stepper().request(qRound64(
+            std::clamp(wanted, static_cast<double>(range.least), static_cast<double>(range.most))));
     }
 
 private:

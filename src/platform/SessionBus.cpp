@@ -1,22 +1,66 @@
 #include "platform/SessionBus.h"
 
+#include "platform/BusProbe.h"
+
 #include <QThread>
 
-#include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
-void connectToSessionBus(QObject* context, std::function<void(QDBusConnection)> connected)
+namespace {
+
+constexpr auto connectionName = "vantora";
+constexpr auto addressVariable = "DBUS_SESSION_BUS_ADDRESS";
+constexpr auto answerTime = 300ms;
+
+QDBusConnection connection()
 {
-    static constexpr auto name = "vantora";
-    QThread* thread = QThread::create(
-        [] { QDBusConnection::connectToBus(QDBusConnection::SessionBus, QLatin1String(name)); });
-    QObject::connect(thread, &QThread::finished, context, [connected = std::move(connected)] {
-        connected(QDBusConnection(QLatin1String(name)));
-    });
-    QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
-    // What the thread works with goes at the end of the process; a bus that does not answer may not
-    // hold it up.
-    QObject::connect(context, &QObject::destroyed, thread, [thread] { thread->wait(1s); });
-    thread->start();
+    return QDBusConnection(QLatin1String(connectionName));
+}
+
+} // namespace
+
+SessionBus::SessionBus(Use greet)
+    : m_greeted(std::make_shared<std::atomic<bool>>(false))
+    , m_thread(QThread::create([greeted = m_greeted, greet = std::move(greet)] {
+        if (!busAnswers(qgetenv(addressVariable), answerTime)) {
+            // Qt itself asks the bus for assistive technology when it shows a window, and would
+            // wait for ever.
+            qputenv(addressVariable, "unix:path=/dev/null");
+        }
+        const QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus,
+                                                                  QLatin1String(connectionName));
+        if (greet && bus.isConnected())
+            greet(bus);
+        *greeted = true;
+    }))
+{
+    m_thread->start();
+}
+
+SessionBus::~SessionBus()
+{
+    // A bus that does not answer is left alone, and the thread with it.
+    if (!waitUntilGreeted(1s))
+        m_thread.release();
+    else
+        QDBusConnection::disconnectFromBus(QLatin1String(connectionName));
+}
+
+bool SessionBus::waitUntilGreeted(std::chrono::milliseconds atMost) const
+{
+    return m_thread->wait(QDeadlineTimer(atMost));
+}
+
+void SessionBus::whenGreeted(QObject* context, Use use)
+{
+    // The thread may end between two of these lines.
+    const auto call = [use = std::move(use), called = std::make_shared<bool>(false)] {
+        if (!std::exchange(*called, true))
+            use(connection());
+    };
+    connect(m_thread.get(), &QThread::finished, context, call);
+    if (*m_greeted)
+        QMetaObject::invokeMethod(context, call, Qt::QueuedConnection);
 }

@@ -60,11 +60,9 @@ StatusItem::~StatusItem()
         QDir().rmdir(iconFolder());
 }
 
-void StatusItem::start()
+void StatusItem::start(SessionBus& sessionBus)
 {
-    if (std::exchange(m_started, true))
-        return;
-    connectToSessionBus(this, [this](const QDBusConnection& bus) {
+    sessionBus.whenGreeted(this, [this](const QDBusConnection& bus) {
         if (bus.isConnected())
             useBus(bus);
         else
@@ -106,7 +104,6 @@ void StatusItem::useBus(QDBusConnection bus)
         useTrayOf(owner.isError() ? QString() : owner.value());
         answer->deleteLater();
     });
-    Q_EMIT busFound(bus);
 }
 
 void StatusItem::useTrayOf(const QString& watcherOwner)

@@ -12,6 +12,7 @@
 
 class BusMenu;
 class QMenu;
+class SessionBus;
 class XembedTray;
 
 /// The program's place in the tray: a title, an icon and a menu. It offers itself to the tray of
@@ -30,18 +31,14 @@ public:
     StatusItem(QMenu& menu, DrawIcon drawIcon);
     ~StatusItem() override;
 
-    /// Begins to look for a tray. Returns at once; a second call does nothing.
-    void start();
+    /// Begins to look for a tray, once `sessionBus` has answered. Returns at once. Called once.
+    void start(SessionBus& sessionBus);
 
     QString title() const { return m_item.title(); }
     void setTitle(const QString& title);
 
     /// To be called when the icon would look different.
     void redrawIcon();
-
-Q_SIGNALS:
-    /// The session bus is there, for whoever else needs it.
-    void busFound(const QDBusConnection& bus);
 
 private:
     void useBus(QDBusConnection bus);
@@ -60,7 +57,6 @@ private:
     std::unique_ptr<BusMenu> m_busMenu;
     std::unique_ptr<XembedTray> m_xembed;
     std::optional<QDBusConnection> m_bus;
-    bool m_started = false;
     bool m_busHasTray = false;
     DrawIcon m_drawIcon;
     QList<QImage> m_icon; ///< as it was last given out

@@ -309,8 +309,7 @@ void paintTurningRing(QPainter& painter, const RingGeometry& ring, const Tones& 
     const auto halfWidth = static_cast<float>(ring.lineWidth / 2);
     const auto radius = static_cast<float>(ring.radius());
     // The colours begin at three o'clock and turn on from there.
-    const auto start =
-        static_cast<float>(0.25 + wrapped(degreesPerSecond * seconds, 360) / 360);
+    const auto start = static_cast<float>(0.25 + wrapped(degreesPerSecond * seconds, 360) / 360);
     const RingColors colors(tones, opacity);
     const Band band = lineBand(ring, patch.scale);
     visitAnnulus(patch, ring.center, band.inner, band.outer,

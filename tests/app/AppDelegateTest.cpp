@@ -2,6 +2,8 @@
 
 #include "app/FloatingPanel.h"
 #include "log/FileSystem.h"
+#include "platform/ApplicationService.h"
+#include "platform/SessionBus.h"
 #include "support/Fakes.h"
 #include "support/ManualClock.h"
 #include "support/Pointer.h"
@@ -28,6 +30,8 @@ protected:
                                      settings,
                                      sound,
                                      fileSystem,
+                                     sessionBus,
+                                     service,
                                      folder.filePath(QStringLiteral("sessions.json")),
                                      {}});
         delegate->applicationDidFinishLaunching();
@@ -88,13 +92,15 @@ protected:
     MemorySettings settings;
     SilentPlayer sound;
     FileSystem fileSystem;
+    SessionBus sessionBus;
+    ApplicationService service;
     std::unique_ptr<AppDelegate> delegate;
 };
 
 TEST_F(AppDelegateTest, beforeItHasLaunchedThereIsNoWindow)
 {
-    delegate = std::make_unique<AppDelegate>(
-        AppDelegate::Environment{clock, settings, sound, fileSystem, QString(), {}});
+    delegate = std::make_unique<AppDelegate>(AppDelegate::Environment{
+        clock, settings, sound, fileSystem, sessionBus, service, QString(), {}});
     EXPECT_EQ(window<FloatingPanel>(), nullptr);
     EXPECT_EQ(clock.tickSources(), 1) << "the engine counts already";
 }

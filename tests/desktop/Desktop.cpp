@@ -165,7 +165,8 @@ xcb_window_t Desktop::openOtherWindow(const QRect& geometry) const
         if (++requests > 100)
             qFatal("the window manager does not take up a window");
         request(window, "_NET_REQUEST_FRAME_EXTENTS", {});
-    } while (!waitUntil([&] { return windows().contains(window); }, std::chrono::milliseconds(200)));
+    } while (
+        !waitUntil([&] { return windows().contains(window); }, std::chrono::milliseconds(200)));
     return window;
 }
 

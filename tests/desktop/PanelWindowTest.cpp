@@ -136,8 +136,9 @@ TEST_F(PanelWindowTest, itsControlsWorkByKeyboardAndTheWidgetFollowsAtOnce)
         return World::readFile(world.settingsPath()).contains("sittingMinutes=42");
     })) << World::readFile(world.settingsPath()).toStdString();
     desktop.typeWithControl(keyL);
-    EXPECT_TRUE(waitUntil([this] { return QFile::exists(world.path(QStringLiteral("data/Vantora"))); }))
-        << "the log's key does not work in the window";
+    EXPECT_TRUE(waitUntil([this] {
+        return QFile::exists(world.path(QStringLiteral("data/Vantora")));
+    })) << "the log's key does not work in the window";
 }
 
 TEST_F(PanelWindowTest, theHistoryIsClearedByItsButton)

@@ -72,8 +72,8 @@ QDBusMessage TrayHost::call(const QString& path, const QString& interface, const
 {
     QDBusMessage message = QDBusMessage::createMethodCall(m_item, path, interface, method);
     message.setArguments(arguments);
-    // The program may have a question for us first. Qt's own way to go on meanwhile misses an answer
-    // now and then, and waits for ever.
+    // The program may have a question for us first. Qt's own way to go on meanwhile misses an
+    // answer now and then, and waits for ever.
     const QDBusPendingCall answer = m_bus.asyncCall(message);
     if (!waitUntil([&] { return answer.isFinished(); }))
         return {};

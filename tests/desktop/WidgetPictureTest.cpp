@@ -85,8 +85,11 @@ TEST_F(WidgetPictureTest, aCompleteCardLooksLikeItsPicture)
 {
     makePictures();
     startVantora({QStringLiteral("--demo")});
-    // Beside the pulse, and where the arc ended. The glow is brighter than that of a card that runs.
-    expectLikePicture("4-complete", {{5, 20}, {244, 20}, {5, 200}, {125, 266}, ringCenter - QPoint(0, ringRadius)});
+    // Beside the pulse, and where the arc ended. The glow is brighter than that of a card that
+    // runs.
+    expectLikePicture(
+        "4-complete",
+        {{5, 20}, {244, 20}, {5, 200}, {125, 266}, ringCenter - QPoint(0, ringRadius)});
     EXPECT_NE(expected("4-complete", {5, 20}), expected("1-sitting", {5, 20}));
 }
 

@@ -17,8 +17,7 @@ public:
         return std::make_unique<ManualTicks>(*this, std::move(tick));
     }
 
-    std::unique_ptr<Ticks> startFrames(double framesPerSecond,
-                                       std::function<void()> frame) override
+    std::unique_ptr<Ticks> startFrames(double framesPerSecond, std::function<void()> frame) override
     {
         return std::make_unique<ManualFrames>(*this, framesPerSecond, std::move(frame));
     }

@@ -1,0 +1,156 @@
+// The program is there once, and others can act on it over the bus.
+
+#include "DesktopTest.h"
+
+#include <QDBusPendingCall>
+#include <QDBusPendingReply>
+
+#include <csignal>
+
+namespace {
+
+const QString applicationId = QStringLiteral("io.github.vantora.Vantora");
+
+} // namespace
+
+class OneApplicationTest : public DesktopTest
+{
+protected:
+    QDBusConnection bus() const
+    {
+        return QDBusConnection::connectToBus(world.busAddress(), QStringLiteral("launcher"));
+    }
+
+    QDBusMessage call(const QString& method, const QVariantList& arguments)
+    {
+        QDBusMessage message = QDBusMessage::createMethodCall(
+            applicationId, QStringLiteral("/io/github/vantora/Vantora"),
+            QStringLiteral("org.freedesktop.Application"), method);
+        message.setArguments(arguments);
+        const QDBusPendingCall answer = bus().asyncCall(message);
+        EXPECT_TRUE(waitUntil([&] { return answer.isFinished(); }));
+        return answer.reply();
+    }
+
+    void act(const QString& action)
+    {
+        EXPECT_EQ(
+            call(QStringLiteral("ActivateAction"), {action, QVariantList(), QVariantMap()}).type(),
+            QDBusMessage::ReplyMessage)
+            << action.toStdString();
+    }
+
+    bool titleBegins(const QString& beginning)
+    {
+        return waitUntil([&] { return host.title().startsWith(beginning); });
+    }
+
+    static bool hasEnded(const QProcess& process)
+    {
+        return waitUntil([&] { return process.state() == QProcess::NotRunning; });
+    }
+
+    int widgets() const
+    {
+        return static_cast<int>(desktop.shown(QStringLiteral("Vantora")).size());
+    }
+};
+
+TEST_F(OneApplicationTest, aSecondStartBringsTheFirstOnesWidgetBack)
+{
+    startWithHost({});
+    ASSERT_TRUE(host.clickLine(QStringLiteral("Hide Widget")));
+    ASSERT_TRUE(waitUntil([this] { return widget() == 0; }));
+    const QProcess& second = world.startVantora({QStringLiteral("--demo")});
+    EXPECT_TRUE(hasEnded(second));
+    EXPECT_EQ(second.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_TRUE(waitUntil([this] { return widget() != 0; }));
+    EXPECT_EQ(widgets(), 1);
+    EXPECT_EQ(vantora->state(), QProcess::Running);
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001FA91 39:"))) << "no demonstration";
+}
+
+TEST_F(OneApplicationTest, fiveStartsAtOnceLeaveOne)
+{
+    std::vector<QProcess*> starts;
+    for (int i = 0; i < 5; ++i)
+        starts.push_back(&world.startVantora());
+    const auto running = [&] {
+        return std::count_if(starts.begin(), starts.end(), [](const QProcess* process) {
+            return process->state() == QProcess::Running;
+        });
+    };
+    ASSERT_TRUE(waitUntil([&] { return running() == 1; })) << running();
+    for (const QProcess* process : starts) {
+        if (process->state() == QProcess::NotRunning) {
+            EXPECT_EQ(process->exitStatus(), QProcess::NormalExit);
+            EXPECT_EQ(process->exitCode(), 0);
+        }
+    }
+    EXPECT_TRUE(waitUntil([this] { return widget() != 0; }));
+    EXPECT_EQ(widgets(), 1);
+}
+
+TEST_F(OneApplicationTest, aKilledOneDoesNotHinderTheNext)
+{
+    startWithHost({});
+    World::kill(*vantora);
+    ASSERT_TRUE(waitUntil([this] { return widget() == 0; }));
+    startVantora();
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001FA91 ")));
+}
+
+TEST_F(OneApplicationTest, besideAStoppedOneASecondStartEndsAllTheSame)
+{
+    startVantora();
+    ::kill(static_cast<pid_t>(vantora->processId()), SIGSTOP);
+    const QProcess& second = world.startVantora();
+    EXPECT_TRUE(hasEnded(second));
+    EXPECT_EQ(second.exitCode(), 0);
+    ::kill(static_cast<pid_t>(vantora->processId()), SIGCONT);
+    EXPECT_EQ(widgets(), 1);
+}
+
+TEST_F(OneApplicationTest, picturesAreMadeBesideARunningOne)
+{
+    startVantora();
+    const QProcess& second =
+        world.startVantora({QStringLiteral("--snapshot"), world.path(QStringLiteral("shots"))});
+    EXPECT_TRUE(hasEnded(second));
+    EXPECT_TRUE(QFile::exists(world.path(QStringLiteral("shots/1-sitting.png"))));
+}
+
+TEST_F(OneApplicationTest, keyBindingsAndLaunchersActOnIt)
+{
+    startWithHost({});
+    act(QStringLiteral("pause"));
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001FA91 ⏸")));
+    act(QStringLiteral("pause"));
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001FA91 39:")));
+    act(QStringLiteral("skip"));
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001F9CD 1")));
+    act(QStringLiteral("restart"));
+    EXPECT_TRUE(titleBegins(QStringLiteral("\U0001FA91 ")));
+    act(QStringLiteral("toggle-widget"));
+    EXPECT_TRUE(waitUntil([this] { return widget() == 0; }));
+    act(QStringLiteral("toggle-widget"));
+    EXPECT_TRUE(waitUntil([this] { return widget() != 0; }));
+    act(QStringLiteral("settings"));
+    EXPECT_TRUE(waitUntil([this] { return panelWindow() != 0; }));
+    const int settingsHeight = desktop.geometry(panelWindow()).height();
+    act(QStringLiteral("logs"));
+    EXPECT_TRUE(
+        waitUntil([&] { return desktop.geometry(panelWindow()).height() != settingsHeight; }));
+    act(QStringLiteral("nonsense"));
+    act(QString());
+    EXPECT_EQ(call(QStringLiteral("ActivateAction"), {42}).type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(call(QStringLiteral("Explode"), {}).type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(
+        call(QStringLiteral("Open"), {QStringList{QStringLiteral("file:///x")}, QVariantMap()})
+            .type(),
+        QDBusMessage::ReplyMessage);
+    act(QStringLiteral("quit"));
+    ASSERT_TRUE(endsByItself());
+    EXPECT_EQ(vantora->exitCode(), 0);
+}
