@@ -1,5 +1,8 @@
+#include "bench/support/QuietEngine.h"
 #include "bench/support/Timing.h"
+#include "core/IniSettingsStore.h"
 #include "log/FileSystem.h"
+#include "panel/AppPanelView.h"
 #include "panel/LogList.h"
 #include "panel/LogRowDelegate.h"
 #include "panel/LogsView.h"
@@ -133,6 +136,29 @@ private:
     CountingDelegate* m_delegate;
 };
 
+/// What a tick of the engine costs with the panel closed, beside one that was never made; ms.
+Times closedPanel(History& history)
+{
+    constexpr int ticks = 1000;
+    const QTemporaryDir folder;
+    IniSettingsStore settings(folder.filePath(QStringLiteral("settings.conf")));
+    QuietEngine watched(settings);
+    QuietEngine alone(settings);
+    PanelTabSelection selection;
+    AppPanelView panel(watched.engine, selection, [&]() -> SessionStore& { return history.store; });
+    panel.show();
+    QCoreApplication::processEvents();
+    panel.hide();
+    const auto tick = [](TimerEngine& engine) {
+        for (int i = 0; i < ticks; ++i) {
+            engine.remaining = 2400.0 - i;
+            QCoreApplication::processEvents();
+        }
+    };
+    return timesOf(
+        runs, [&] { tick(watched.engine); }, [&] { tick(alone.engine); });
+}
+
 const char* answer(bool holds)
 {
     return holds ? "yes" : "**no**";
@@ -171,4 +197,9 @@ int main(int argc, char* argv[])
     std::printf("| Slowest frame of scrolling to the end and back, ms | %.2f | – | – | below %.1f "
                 "| %s |\n",
                 slowest, frameTime, answer(slowest < frameTime));
+
+    const Times closed = closedPanel(few);
+    std::printf("\n| Figure | Panel closed | Never made | Ratio |\n|---|--:|--:|--:|\n"
+                "| A tick of the engine and a pass of events, µs | %.2f | %.2f | %.2f |\n",
+                closed.own, closed.reference, closed.own / closed.reference);
 }
