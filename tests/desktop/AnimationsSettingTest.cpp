@@ -62,6 +62,8 @@ TEST_F(AnimationsSettingTest, theFigureStandsStillFromTheStartWhereTheDesktopWan
     portal.set(gnome, gnomeKey, false);
     portal.start();
     startVantora();
+    // It asks when its first frame is on the screen.
+    ASSERT_TRUE(waitUntil([this] { return !portal.questions().isEmpty(); }));
     EXPECT_TRUE(figureStandsStill());
     EXPECT_FALSE(figureMovesInThisSecond());
     EXPECT_EQ(portal.questions().size(), 1);

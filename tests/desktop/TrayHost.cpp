@@ -77,6 +77,8 @@ QDBusMessage TrayHost::call(const QString& path, const QString& interface, const
     const QDBusPendingCall answer = m_bus.asyncCall(message);
     if (!waitUntil([&] { return answer.isFinished(); }))
         return {};
+    // Signals that were sent before it are still on their way to us.
+    QCoreApplication::processEvents();
     return answer.reply();
 }
 
