@@ -109,6 +109,7 @@ void AppDelegate::useDesktop()
 {
     if (std::exchange(m_usesDesktop, true))
         return;
+    m_environment.sessionBus.connectToBus();
     m_statusItem->start(m_environment.sessionBus);
     m_environment.sessionBus.whenGreeted(this, [this](const QDBusConnection& bus) {
         if (bus.isConnected())

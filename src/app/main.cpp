@@ -4,6 +4,7 @@
 #include "core/IniSettingsStore.h"
 #include "log/FileSystem.h"
 #include "platform/ApplicationService.h"
+#include "platform/BusProbe.h"
 #include "platform/SessionBus.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSoundPlayer.h"
@@ -23,6 +24,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr auto busAddress = "DBUS_SESSION_BUS_ADDRESS";
+constexpr auto busAnswersWithin = 300ms;
+
 /// The folder of the program's sounds: beside the program where it was built, below the prefix
 /// where it is installed.
 QString soundFolder()
@@ -34,13 +38,11 @@ QString soundFolder()
 }
 
 /// Whether the program runs already. It has come to the front then.
-bool runsAlready(const SessionBus& bus, const ApplicationService& service)
+bool hasComeToTheFront(SessionBus& bus, const ApplicationService& service)
 {
-    bus.waitUntilGreeted(500ms);
-    if (!service.isSecond())
-        return false;
-    bus.waitUntilGreeted(3s); // the other one may take a moment
-    return true;
+    bus.connectToBus();
+    bus.waitUntilGreeted(3s);
+    return service.isSecond();
 }
 
 } // namespace
@@ -53,6 +55,10 @@ int main(int argc, char* argv[])
     // Reading which fonts there are takes a third of the start; by the time that the first text
     // needs them, a second processor has done it.
     std::jthread fontLookup([] { FcInit(); });
+    NameOnBus name{};
+    std::jthread busQuestion([&name] {
+        name = askBusFor(ApplicationService::name, qgetenv(busAddress), busAnswersWithin);
+    });
     QApplication application(argc, argv);
     const TerminationSignals terminationSignals;
     QApplication::setApplicationName(QStringLiteral("Vantora"));
@@ -69,7 +75,12 @@ int main(int argc, char* argv[])
     FileSystem fileSystem;
     AppDelegate delegate({clock, settings, sound, fileSystem, sessionBus, service, sessionLogPath(),
                           QCoreApplication::arguments()});
-    if (runsAlready(sessionBus, service))
+    busQuestion.join();
+    // Qt asks the bus for assistive technology when it shows a window, and would wait for a silent
+    // one for ever.
+    if (name == NameOnBus::unsaid)
+        qputenv(busAddress, "unix:path=/dev/null");
+    if (name == NameOnBus::taken && hasComeToTheFront(sessionBus, service))
         return EXIT_SUCCESS;
     delegate.applicationDidFinishLaunching();
     // What only the start needed goes back to the system, once the tray has its first icon.

@@ -1,7 +1,10 @@
 #include "platform/BusProbe.h"
 
 #include <QByteArrayList>
+#include <QDeadlineTimer>
+#include <QtEndian>
 
+#include <array>
 #include <cstddef>
 #include <cstring>
 #include <optional>
@@ -44,11 +47,13 @@ std::optional<SocketAddress> socketOf(const QByteArray& address)
     return std::nullopt;
 }
 
+/// A connection whose every wait ends by the same time.
 class Socket
 {
 public:
-    Socket()
+    explicit Socket(std::chrono::milliseconds atMost)
         : m_descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0))
+        , m_deadline(atMost)
     {}
     ~Socket() { ::close(m_descriptor); }
     Socket(const Socket&) = delete;
@@ -56,8 +61,8 @@ public:
 
     bool connectTo(const SocketAddress& to) const
     {
-        return ::connect(m_descriptor, reinterpret_cast<const sockaddr*>(&to.address), to.length) ==
-               0;
+        return ::connect(m_descriptor, reinterpret_cast<const sockaddr*>(&to.address),
+                         to.length) == 0;
     }
 
     bool send(const QByteArray& bytes) const
@@ -66,31 +71,144 @@ public:
                       MSG_NOSIGNAL) == bytes.size();
     }
 
-    bool answers(std::chrono::milliseconds atMost) const
+    /// More of what has come; empty at the end, and when nothing comes in time.
+    QByteArray receive() const
     {
         pollfd wait{m_descriptor, POLLIN, 0};
-        return ::poll(&wait, 1, static_cast<int>(atMost.count())) == 1 &&
-               (wait.revents & POLLIN) != 0;
+        if (::poll(&wait, 1, static_cast<int>(m_deadline.remainingTime())) != 1)
+            return {};
+        std::array<char, 4096> buffer;
+        const ssize_t length = ::recv(m_descriptor, buffer.data(), buffer.size(), 0);
+        return length > 0 ? QByteArray(buffer.data(), length) : QByteArray();
     }
 
 private:
     int m_descriptor;
+    QDeadlineTimer m_deadline;
 };
+
+// --- messages -------------------------------------------------------------------------------
+// Each begins with its byte order, type, flags and version, the length of its body, its number and
+// the length of its header fields; the fields end at a multiple of eight bytes, then the body comes.
+
+constexpr qsizetype prefixLength = 16;
+constexpr char littleEndian = 'l';
+constexpr char methodCall = 1;
+constexpr char methodReturn = 2;
+constexpr char errorReply = 3;
+
+QByteArray number(quint32 value)
+{
+    QByteArray bytes(4, '\0');
+    qToLittleEndian(value, bytes.data());
+    return bytes;
+}
+
+void alignTo(qsizetype step, QByteArray& bytes)
+{
+    while (bytes.size() % step != 0)
+        bytes.append('\0');
+}
+
+QByteArray stringValue(const QByteArray& text)
+{
+    return number(static_cast<quint32>(text.size())) + text + '\0';
+}
+
+/// A call of the bus itself, with no argument or with a string.
+QByteArray busCall(quint32 serial, const QByteArray& method, const QByteArray& argument = {})
+{
+    QByteArray fields;
+    const auto add = [&fields](char code, char type, const QByteArray& value) {
+        alignTo(8, fields);
+        fields += code;
+        fields += '\1';
+        fields += type;
+        fields += '\0';
+        fields += value;
+    };
+    add(1, 'o', stringValue("/org/freedesktop/DBus"));
+    add(2, 's', stringValue("org.freedesktop.DBus"));
+    add(3, 's', stringValue(method));
+    add(6, 's', stringValue("org.freedesktop.DBus"));
+    QByteArray body;
+    if (!argument.isNull()) {
+        add(8, 'g', QByteArray("\1s\0", 3));
+        body = stringValue(argument);
+    }
+    QByteArray message = QByteArray() + littleEndian + methodCall + '\0' + '\1' +
+              number(static_cast<quint32>(body.size())) + number(serial) +
+              number(static_cast<quint32>(fields.size())) + fields;
+    alignTo(8, message);
+    return message + body;
+}
+
+/// The bodies of the answers in what the bus has sent, in the order of the calls; that of an error
+/// is null.
+QByteArrayList answersIn(QByteArrayView bytes)
+{
+    QByteArrayList bodies;
+    while (bytes.size() >= prefixLength) {
+        const bool isLittle = bytes[0] == littleEndian;
+        const auto numberAt = [&](qsizetype at) -> quint32 {
+            return isLittle ? qFromLittleEndian<quint32>(bytes.data() + at)
+                            : qFromBigEndian<quint32>(bytes.data() + at);
+        };
+        const quint64 bodyAt = (prefixLength + quint64{numberAt(12)} + 7) / 8 * 8;
+        const quint64 end = bodyAt + numberAt(4);
+        if (static_cast<quint64>(bytes.size()) < end)
+            break;
+        const QByteArrayView body = bytes.sliced(static_cast<qsizetype>(bodyAt),
+                                                 static_cast<qsizetype>(end - bodyAt));
+        if (bytes[1] == methodReturn)
+            bodies.append(body.toByteArray());
+        else if (bytes[1] == errorReply)
+            bodies.append(QByteArray());
+        bytes = bytes.sliced(static_cast<qsizetype>(end));
+    }
+    return bodies;
+}
+
+NameOnBus ask(const Socket& bus, const QByteArray& name)
+{
+    // All at once: the bus takes one after the other.
+    const QByteArray user = QByteArray::number(::getuid()).toHex();
+    const bool sent = bus.send('\0' + QByteArray("AUTH EXTERNAL ") + user + "\r\nBEGIN\r\n" +
+                               busCall(1, "Hello") + busCall(2, "NameHasOwner", name));
+    QByteArray heard;
+    while (sent) {
+        const QByteArray more = bus.receive();
+        if (more.isEmpty())
+            break;
+        heard += more;
+        // A line of text accepts the user, or refuses; the messages follow it.
+        const qsizetype lineEnd = heard.indexOf("\r\n");
+        if (lineEnd < 0)
+            continue;
+        if (!heard.startsWith("OK"))
+            return NameOnBus::free;
+        const QByteArrayList answers = answersIn(QByteArrayView(heard).sliced(lineEnd + 2));
+        constexpr qsizetype called = 2;
+        if (answers.size() >= called) {
+            const bool isOwned = answers[called - 1].count('\0') < answers[called - 1].size();
+            return isOwned ? NameOnBus::taken : NameOnBus::free;
+        }
+    }
+    return NameOnBus::unsaid;
+}
 
 } // namespace
 
-bool busAnswers(const QByteArray& address, std::chrono::milliseconds atMost)
+NameOnBus askBusFor(const QByteArray& name, const QByteArray& address,
+                    std::chrono::milliseconds atMost)
 {
     for (const QByteArray& one : address.split(';')) {
         const std::optional<SocketAddress> place = socketOf(one);
         if (!place)
-            return true;
-        const Socket socket;
-        if (!socket.connectTo(*place))
-            continue; // nobody is there: Qt sees that at once
-        const QByteArray user = QByteArray::number(::getuid()).toHex();
-        return socket.send('\0' + QByteArray("AUTH EXTERNAL ") + user + "\r\n") &&
-               socket.answers(atMost);
+            break;
+        const Socket bus(atMost);
+        if (bus.connectTo(*place))
+            return ask(bus, name);
     }
-    return true;
+    return NameOnBus::free;
 }

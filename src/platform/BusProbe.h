@@ -4,7 +4,18 @@
 
 #include <chrono>
 
-/// Whether the bus at this D-Bus address answers a greeting within `atMost`. Of an address that it
-/// does not understand it says yes. It has a connection of its own for that: Qt serves all its
-/// connections on one thread, and a bus that takes one and never answers would hold up them all.
-bool busAnswers(const QByteArray& address, std::chrono::milliseconds atMost);
+/// What a bus says of a name.
+enum class NameOnBus {
+    free,   ///< nobody has it, or there is no bus to have it on
+    taken,  ///< a program has it
+    unsaid, ///< the bus takes a connection and does not answer
+};
+
+/// Asks the bus at this D-Bus address about a name, and waits at most `atMost` for its answer. Of an
+/// address that it does not understand it says that the name is free.
+///
+/// This is for the start, when Qt's bus library is not loaded yet: it would take as long as all the
+/// rest of the start. And Qt serves all its connections on one thread, which a silent bus would hold
+/// up for ever.
+NameOnBus askBusFor(const QByteArray& name, const QByteArray& address,
+                    std::chrono::milliseconds atMost);

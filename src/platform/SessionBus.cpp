@@ -1,7 +1,5 @@
 #include "platform/SessionBus.h"
 
-#include "platform/BusProbe.h"
-
 #include <QThread>
 
 #include <utility>
@@ -11,8 +9,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto connectionName = "vantora";
-constexpr auto addressVariable = "DBUS_SESSION_BUS_ADDRESS";
-constexpr auto answerTime = 300ms;
 
 QDBusConnection connection()
 {
@@ -24,23 +20,24 @@ QDBusConnection connection()
 SessionBus::SessionBus(Use greet)
     : m_greeted(std::make_shared<std::atomic<bool>>(false))
     , m_thread(QThread::create([greeted = m_greeted, greet = std::move(greet)] {
-        if (!busAnswers(qgetenv(addressVariable), answerTime)) {
-            // Qt itself asks the bus for assistive technology when it shows a window, and would
-            // wait for ever.
-            qputenv(addressVariable, "unix:path=/dev/null");
-        }
         const QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus,
                                                                   QLatin1String(connectionName));
         if (greet && bus.isConnected())
             greet(bus);
         *greeted = true;
     }))
+{}
+
+void SessionBus::connectToBus()
 {
-    m_thread->start();
+    if (!std::exchange(m_started, true))
+        m_thread->start();
 }
 
 SessionBus::~SessionBus()
 {
+    if (!m_started)
+        return;
     // A bus that does not answer is left alone, and the thread with it.
     if (!waitUntilGreeted(1s))
         m_thread.release();

@@ -10,8 +10,8 @@
 
 class QThread;
 
-/// The program's connection to the session bus. Greeting the bus waits for its answer, which may
-/// never come, so that is done on another thread.
+/// The program's connection to the session bus. Greeting the bus waits for its answers, so that is
+/// done on another thread.
 class SessionBus : public QObject
 {
     Q_OBJECT
@@ -19,16 +19,18 @@ class SessionBus : public QObject
 public:
     using Use = std::function<void(QDBusConnection)>;
 
-    /// Begins to connect. `greet` is called on the other thread with the connection, unless there
-    /// is no bus.
+    /// `greet` is called on the other thread with the connection, unless there is no bus.
     explicit SessionBus(Use greet = {});
 
     /// Waits a moment for a bus that is about to answer: what Qt connects with goes at the end of
     /// the process.
     ~SessionBus() override;
 
-    /// Waits until the bus was greeted, or it is clear that there is none or that it does not
-    /// answer. False if that takes longer than `atMost`.
+    /// Begins to connect. A second call does nothing.
+    void connectToBus();
+
+    /// Waits until the bus was greeted, or it is clear that there is none. False if that takes
+    /// longer than `atMost`.
     bool waitUntilGreeted(std::chrono::milliseconds atMost) const;
 
     /// Calls `use` on the thread of `context`, as soon as the bus was greeted, with the connection,
@@ -37,7 +39,7 @@ public:
     void whenGreeted(QObject* context, Use use);
 
 private:
-    std::shared_ptr<std::atomic<bool>>
-        m_greeted; ///< shared with the thread, which may outlive this
+    std::shared_ptr<std::atomic<bool>> m_greeted; ///< shared with the thread, which may outlive this
     std::unique_ptr<QThread> m_thread;
+    bool m_started = false;
 };

@@ -29,6 +29,19 @@ protected:
         ASSERT_EQ(::listen(server, 4), 0);
     }
 
+    /// Takes one connection, hears its question and says this.
+    void serve(const QByteArray& answer)
+    {
+        const int connection = ::accept(server, nullptr, nullptr);
+        char buffer[1024];
+        const ssize_t length = ::read(connection, buffer, sizeof buffer);
+        heard = QByteArray(buffer, length);
+        const auto size = static_cast<std::size_t>(answer.size());
+        EXPECT_EQ(::send(connection, answer.constData(), size, MSG_NOSIGNAL), answer.size());
+        ::close(connection);
+    }
+
+    QByteArray heard;
     QTemporaryDir folder;
     QByteArray path = folder.filePath(QStringLiteral("bus socket")).toLocal8Bit();
     QByteArray address = "unix:path=" + path.toPercentEncoding("/") + ",guid=0123";
@@ -37,37 +50,62 @@ protected:
 
 } // namespace
 
-TEST_F(BusProbeTest, aBusThatGreetsBackAnswers)
+/// Answers of a bus, as they come over the wire: to the greeting, and whether a name is owned. The
+/// first is followed by a signal.
+QByteArray answersOfBus(char isOwned)
 {
-    listen();
-    QByteArray heard;
-    std::thread bus([&] {
-        const int connection = ::accept(server, nullptr, nullptr);
-        char buffer[64];
-        const ssize_t length = ::read(connection, buffer, sizeof buffer);
-        heard = QByteArray(buffer, length);
-        const char answer[] = "OK 0123\r\n";
-        EXPECT_GT(::write(connection, answer, sizeof answer - 1), 0);
-        ::close(connection);
-    });
-    EXPECT_TRUE(busAnswers(address, 20s));
-    bus.join();
-    EXPECT_EQ(heard, '\0' + QByteArray("AUTH EXTERNAL ") + QByteArray::number(::getuid()).toHex() +
-                         "\r\n");
+    const QByteArray hello("l\2\1\1\x9\0\0\0\1\0\0\0\x8\0\0\0\5\1u\0\1\0\0\0\4\0\0\0:1.2\0", 33);
+    const QByteArray signal("l\4\1\1\0\0\0\0\2\0\0\0\x8\0\0\0\3\1s\0\1\0\0\0", 24);
+    QByteArray reply("l\2\1\1\4\0\0\0\3\0\0\0\x8\0\0\0\5\1u\0\2\0\0\0\0\0\0\0", 28);
+    reply[24] = isOwned;
+    return "OK 0123\r\n" + hello + signal + reply;
 }
 
-TEST_F(BusProbeTest, oneThatOnlyTakesTheConnectionDoesNot)
+TEST_F(BusProbeTest, itHearsWhetherTheNameIsOwned)
 {
     listen();
-    EXPECT_FALSE(busAnswers(address, 1ms));
-    EXPECT_FALSE(busAnswers("unix:path=/nobody/there;" + address, 1ms));
+    for (const bool isOwned : {false, true}) {
+        std::thread bus([&] { serve(answersOfBus(isOwned ? 1 : 0)); });
+        EXPECT_EQ(askBusFor("org.example.Name", address, 20s),
+                  isOwned ? NameOnBus::taken : NameOnBus::free);
+        bus.join();
+        EXPECT_TRUE(heard.startsWith('\0' + QByteArray("AUTH EXTERNAL ") +
+                                     QByteArray::number(::getuid()).toHex() + "\r\nBEGIN\r\nl"));
+        EXPECT_TRUE(heard.endsWith(QByteArray("\x10\0\0\0org.example.Name\0", 21)));
+    }
 }
 
-TEST_F(BusProbeTest, whereNobodyListensQtSeesItSoonEnough)
+TEST_F(BusProbeTest, whateverTheBusSaysItComesToAnEnd)
+{
+    listen();
+    const QByteArray right = answersOfBus(1);
+    for (qsizetype length = 0; length <= right.size(); ++length) {
+        std::thread bus([&] { serve(right.left(length)); });
+        const NameOnBus said = askBusFor("org.example.Name", address, 20s);
+        EXPECT_EQ(said == NameOnBus::taken, length == right.size()) << length;
+        bus.join();
+    }
+    for (const QByteArray& nonsense :
+         {QByteArray("REJECTED EXTERNAL\r\n"), QByteArray("\r\n\r\n"),
+          "OK 0\r\n" + QByteArray(100, '\xFF'), "OK 0\r\n" + QByteArray(100, 'l')}) {
+        std::thread bus([&] { serve(nonsense); });
+        EXPECT_NE(askBusFor("org.example.Name", address, 20s), NameOnBus::taken);
+        bus.join();
+    }
+}
+
+TEST_F(BusProbeTest, oneThatOnlyTakesTheConnectionSaysNothing)
+{
+    listen();
+    EXPECT_EQ(askBusFor("a.b", address, 1ms), NameOnBus::unsaid);
+    EXPECT_EQ(askBusFor("a.b", "unix:path=/nobody/there;" + address, 1ms), NameOnBus::unsaid);
+}
+
+TEST_F(BusProbeTest, whereNobodyListensTheNameIsFree)
 {
     for (const QByteArray& other :
          {QByteArray(), QByteArray("unix:path=/nobody/there"), QByteArray("nonsense"),
           QByteArray("tcp:host=localhost"), QByteArray("unix:"), QByteArray(";;"),
           "unix:path=" + QByteArray(500, 'x'), QByteArray("unix:abstract=nobody%")})
-        EXPECT_TRUE(busAnswers(other, 1ms)) << other.toStdString();
+        EXPECT_EQ(askBusFor("a.b", other, 1ms), NameOnBus::free) << other.toStdString();
 }
