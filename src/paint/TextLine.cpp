@@ -24,6 +24,22 @@ QString firstRoundedFamily()
     return QGuiApplication::font().family();
 }
 
+/// Texts are set in this size, in pixels, and then made smaller: each size that a font is used in
+/// would be loaded by itself.
+constexpr int masterSize = 1000;
+
+const QFont& masterFontOf(const TextStyle& style)
+{
+    static std::map<std::pair<TextStyle::Design, QFont::Weight>, QFont> known;
+    const auto [found, isNew] = known.try_emplace({style.design, style.weight});
+    if (isNew) {
+        TextStyle master = style;
+        master.size = masterSize;
+        found->second = fontOf(master);
+    }
+    return found->second;
+}
+
 QPainterPath outlineOf(const QFont& font, QChar letter)
 {
     QPainterPath outline;
@@ -31,7 +47,8 @@ QPainterPath outlineOf(const QFont& font, QChar letter)
     return outline;
 }
 
-/// What a countdown is put together of, so that a new second costs no work with fonts.
+/// What a countdown is put together of, in the master size, so that a new second costs no work with
+/// fonts.
 struct Numerals
 {
     explicit Numerals(const QFont& font)
@@ -66,11 +83,11 @@ struct Numerals
 
 const Numerals& numeralsOf(const TextStyle& style)
 {
-    static std::map<std::pair<int, QFont::Weight>, Numerals> known;
-    const auto key = std::pair(style.size, style.weight);
+    static std::map<std::pair<TextStyle::Design, QFont::Weight>, Numerals> known;
+    const auto key = std::pair(style.design, style.weight);
     const auto found = known.find(key);
     return found != known.end() ? found->second
-                                : known.emplace(key, Numerals(fontOf(style))).first->second;
+                                : known.emplace(key, Numerals(masterFontOf(style))).first->second;
 }
 
 } // namespace
@@ -101,24 +118,29 @@ QFont fontOf(const TextStyle& style)
 
 LineMetrics metricsOf(const TextStyle& style)
 {
-    const QFontMetricsF metrics(fontOf(style));
-    return {static_cast<int>(std::ceil(metrics.ascent())),
-            static_cast<int>(std::ceil(metrics.descent()))};
+    const QFontMetricsF metrics(masterFontOf(style));
+    return {static_cast<int>(std::ceil(metrics.ascent() * style.size / masterSize)),
+            static_cast<int>(std::ceil(metrics.descent() * style.size / masterSize))};
 }
 
 TextLine::TextLine(const QString& text, const TextStyle& style)
 {
+    const double scale = static_cast<double>(style.size) / masterSize;
     if (style.fixedDigits) {
         addNumerals(text, style);
     } else {
-        QFont font = fontOf(style);
-        font.setLetterSpacing(QFont::AbsoluteSpacing, style.tracking);
+        QFont font = masterFontOf(style);
+        const double tracking = style.tracking / scale;
+        font.setLetterSpacing(QFont::AbsoluteSpacing, tracking);
         m_outline.addText(0, 0, font, text);
-        m_width = QFontMetricsF(font).horizontalAdvance(text) - style.tracking;
+        m_width = QFontMetricsF(font).horizontalAdvance(text) - tracking;
     }
+    m_outline = QTransform::fromScale(scale, scale).map(m_outline);
     m_outline.setFillRule(Qt::WindingFill);
+    m_width *= scale;
 }
 
+/// In the master size.
 void TextLine::addNumerals(const QString& text, const TextStyle& style)
 {
     const Numerals& numerals = numeralsOf(style);
