@@ -2,6 +2,8 @@
 
 #include "bench/desktop/Program.h"
 
+#include <QHash>
+
 class WindowWatch;
 
 /// What a program did in a time.
@@ -27,7 +29,7 @@ private:
     {
         Program::Clock::time_point at;
         std::chrono::nanoseconds cpuTime;
-        qint64 wakeUps;
+        QHash<QString, qint64> wakeUps; ///< by thread
         qint64 frames;
     };
 

@@ -43,12 +43,12 @@ std::chrono::nanoseconds cpuTimeOf(pid_t pid)
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
-qint64 wakeUpsOf(pid_t pid)
+QHash<QString, qint64> wakeUpsOf(pid_t pid)
 {
     const QString tasks = folderOf(pid) + QStringLiteral("/task/");
-    qint64 sum = 0;
+    QHash<QString, qint64> wakeUps;
     const QStringList threads = QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString& thread : threads)
-        sum += figure(tasks + thread + QStringLiteral("/status"), "voluntary_ctxt_switches");
-    return sum;
+        wakeUps[thread] = figure(tasks + thread + QStringLiteral("/status"), "voluntary_ctxt_switches");
+    return wakeUps;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QHash>
+#include <QString>
 
 #include <chrono>
 #include <sys/types.h>
@@ -17,6 +18,6 @@ MemoryFigures memoryOf(pid_t pid);
 /// Processor time of all threads, those that ended as well.
 std::chrono::nanoseconds cpuTimeOf(pid_t pid);
 
-/// How often the present threads of a process went to sleep of their own accord, which is how
-/// often they were woken.
-qint64 wakeUpsOf(pid_t pid);
+/// How often each present thread of a process went to sleep of its own accord, which is how often
+/// it was woken; by the threads' numbers.
+QHash<QString, qint64> wakeUpsOf(pid_t pid);

@@ -103,7 +103,7 @@ TEST_F(OneApplicationTest, aKilledOneDoesNotHinderTheNext)
 
 TEST_F(OneApplicationTest, besideAStoppedOneASecondStartEndsAllTheSame)
 {
-    startVantora();
+    startWithHost({}); // it is on the bus then
     ::kill(static_cast<pid_t>(vantora->processId()), SIGSTOP);
     const QProcess& second = world.startVantora();
     EXPECT_TRUE(hasEnded(second));
