@@ -49,6 +49,7 @@ QHash<QString, qint64> wakeUpsOf(pid_t pid)
     QHash<QString, qint64> wakeUps;
     const QStringList threads = QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString& thread : threads)
-        wakeUps[thread] = figure(tasks + thread + QStringLiteral("/status"), "voluntary_ctxt_switches");
+        wakeUps[thread] =
+            figure(tasks + thread + QStringLiteral("/status"), "voluntary_ctxt_switches");
     return wakeUps;
 }

@@ -37,6 +37,7 @@ public:
         : store(m_clock, m_fileSystem, m_folder.filePath(QStringLiteral("sessions.json")))
     {
         std::vector<SessionEntry> entries;
+        entries.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) {
             entries.push_back({.id = QUuid::createUuid(),
                                .date = {1200.0 * i},

@@ -61,8 +61,8 @@ public:
 
     bool connectTo(const SocketAddress& to) const
     {
-        return ::connect(m_descriptor, reinterpret_cast<const sockaddr*>(&to.address),
-                         to.length) == 0;
+        return ::connect(m_descriptor, reinterpret_cast<const sockaddr*>(&to.address), to.length) ==
+               0;
     }
 
     bool send(const QByteArray& bytes) const
@@ -89,7 +89,8 @@ private:
 
 // --- messages -------------------------------------------------------------------------------
 // Each begins with its byte order, type, flags and version, the length of its body, its number and
-// the length of its header fields; the fields end at a multiple of eight bytes, then the body comes.
+// the length of its header fields; the fields end at a multiple of eight bytes, then the body
+// comes.
 
 constexpr qsizetype prefixLength = 16;
 constexpr char littleEndian = 'l';
@@ -137,8 +138,8 @@ QByteArray busCall(quint32 serial, const QByteArray& method, const QByteArray& a
         body = stringValue(argument);
     }
     QByteArray message = QByteArray() + littleEndian + methodCall + '\0' + '\1' +
-              number(static_cast<quint32>(body.size())) + number(serial) +
-              number(static_cast<quint32>(fields.size())) + fields;
+                         number(static_cast<quint32>(body.size())) + number(serial) +
+                         number(static_cast<quint32>(fields.size())) + fields;
     alignTo(8, message);
     return message + body;
 }
@@ -158,8 +159,8 @@ QByteArrayList answersIn(QByteArrayView bytes)
         const quint64 end = bodyAt + numberAt(4);
         if (static_cast<quint64>(bytes.size()) < end)
             break;
-        const QByteArrayView body = bytes.sliced(static_cast<qsizetype>(bodyAt),
-                                                 static_cast<qsizetype>(end - bodyAt));
+        const QByteArrayView body =
+            bytes.sliced(static_cast<qsizetype>(bodyAt), static_cast<qsizetype>(end - bodyAt));
         if (bytes[1] == methodReturn)
             bodies.append(body.toByteArray());
         else if (bytes[1] == errorReply)

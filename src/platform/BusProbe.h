@@ -11,11 +11,11 @@ enum class NameOnBus {
     unsaid, ///< the bus takes a connection and does not answer
 };
 
-/// Asks the bus at this D-Bus address about a name, and waits at most `atMost` for its answer. Of an
-/// address that it does not understand it says that the name is free.
+/// Asks the bus at this D-Bus address about a name, and waits at most `atMost` for its answer. Of
+/// an address that it does not understand it says that the name is free.
 ///
 /// This is for the start, when Qt's bus library is not loaded yet: it would take as long as all the
-/// rest of the start. And Qt serves all its connections on one thread, which a silent bus would hold
-/// up for ever.
+/// rest of the start. And Qt serves all its connections on one thread, which a silent bus would
+/// hold up for ever.
 NameOnBus askBusFor(const QByteArray& name, const QByteArray& address,
                     std::chrono::milliseconds atMost);

@@ -40,7 +40,7 @@ SessionBus::~SessionBus()
         return;
     // A bus that does not answer is left alone, and the thread with it.
     if (!waitUntilGreeted(1s))
-        m_thread.release();
+        static_cast<void>(m_thread.release());
     else
         QDBusConnection::disconnectFromBus(QLatin1String(connectionName));
 }

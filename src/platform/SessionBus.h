@@ -39,7 +39,8 @@ public:
     void whenGreeted(QObject* context, Use use);
 
 private:
-    std::shared_ptr<std::atomic<bool>> m_greeted; ///< shared with the thread, which may outlive this
+    std::shared_ptr<std::atomic<bool>>
+        m_greeted; ///< shared with the thread, which may outlive this
     std::unique_ptr<QThread> m_thread;
     bool m_started = false;
 };
