@@ -265,10 +265,11 @@ std::optional<uint8_t> Desktop::keycodeOf(quint32 key) const
         m_connection, xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count), nullptr));
     if (!mapping)
         return std::nullopt;
+    const std::ptrdiff_t symbolsOfKey = mapping->keysyms_per_keycode;
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
     for (int code = 0; code < count; ++code) {
         // The first symbol is what the key gives without a modifier.
-        if (symbols[code * mapping->keysyms_per_keycode] == key)
+        if (symbols[code * symbolsOfKey] == key)
             return static_cast<uint8_t>(setup->min_keycode + code);
     }
     return std::nullopt;

@@ -5,6 +5,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
 
+#include <array>
 #include <csignal>
 
 namespace {
@@ -73,9 +74,9 @@ TEST_F(OneApplicationTest, aSecondStartBringsTheFirstOnesWidgetBack)
 
 TEST_F(OneApplicationTest, fiveStartsAtOnceLeaveOne)
 {
-    std::vector<QProcess*> starts;
-    for (int i = 0; i < 5; ++i)
-        starts.push_back(&world.startVantora());
+    std::array<QProcess*, 5> starts{};
+    for (QProcess*& start : starts)
+        start = &world.startVantora();
     const auto running = [&] {
         return std::count_if(starts.begin(), starts.end(), [](const QProcess* process) {
             return process->state() == QProcess::Running;

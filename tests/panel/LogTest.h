@@ -22,6 +22,7 @@ protected:
     static std::vector<SessionEntry> historyOf(int count)
     {
         std::vector<SessionEntry> history;
+        history.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) {
             history.push_back(
                 {QUuid::createUuid(), Instant{763637213.0 + 60 * i}, i % 2, 60.0 * i, 0});
