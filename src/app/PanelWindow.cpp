@@ -1,6 +1,7 @@
 #include "app/PanelWindow.h"
 
 #include "panel/Branding.h"
+#include "platform/FloatingWindow.h"
 
 #include <QCloseEvent>
 #include <QIcon>
@@ -41,6 +42,8 @@ void PanelWindow::makeKeyAndOrderFront()
 
 void PanelWindow::closeEvent(QCloseEvent* event)
 {
-    m_topLeft = pos();
+    // After a first show Qt may take a window to be at (0, 0) that is not.
+    if (!pos().isNull() || isAtOrigin(*this))
+        m_topLeft = pos();
     QWidget::closeEvent(event);
 }

@@ -25,9 +25,10 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return hasFocus(panelWindow()); })) << "no panel window";
     }
 
-    bool isGone() const
+    /// Waits until the window is closed, and the window manager has let go of it.
+    bool isGone(xcb_window_t window) const
     {
-        return waitUntil([this] { return panelWindow() == 0; });
+        return waitUntil([&] { return !desktop.windows().contains(window); });
     }
 
     QRect geometry() const { return desktop.geometry(panelWindow()); }
@@ -102,18 +103,21 @@ TEST_F(PanelWindowTest, closedItComesBackWhereItWas)
     ASSERT_TRUE(waitUntil([&] { return geometry().topLeft() != first.topLeft(); }));
     const QPoint place = settledGeometry().topLeft();
 
+    xcb_window_t window = panelWindow();
     desktop.type(keyEscape);
-    ASSERT_TRUE(isGone());
+    ASSERT_TRUE(isGone(window));
     open(QStringLiteral("Settings…"));
     EXPECT_TRUE(waitUntil([&] { return geometry().topLeft() == place; }));
 
+    window = panelWindow();
     desktop.typeWithControl(keyW);
-    ASSERT_TRUE(isGone());
+    ASSERT_TRUE(isGone(window));
     open(QStringLiteral("Logs…"));
     EXPECT_TRUE(waitUntil([&] { return geometry().topLeft() == place; }));
 
-    desktop.close(panelWindow());
-    ASSERT_TRUE(isGone());
+    window = panelWindow();
+    desktop.close(window);
+    ASSERT_TRUE(isGone(window));
     open(QStringLiteral("Settings…"));
     EXPECT_TRUE(waitUntil([&] { return geometry().topLeft() == place; }));
     EXPECT_EQ(vantora->state(), QProcess::Running);
@@ -181,8 +185,9 @@ TEST_F(PanelWindowTest, aStoredValueOutsideItsRangeIsLeftAlone)
     startWithHost({});
     open(QStringLiteral("Settings…"));
     settledGeometry();
+    const xcb_window_t window = panelWindow();
     desktop.type(keyEscape);
-    ASSERT_TRUE(isGone());
+    ASSERT_TRUE(isGone(window));
     const QByteArray stored = World::readFile(world.settingsPath());
     EXPECT_TRUE(stored.contains("sittingMinutes=500")) << stored.toStdString();
     EXPECT_TRUE(stored.contains("pushupCount=501")) << stored.toStdString();
