@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr int padding = 12; ///< logical pixels, the rows' own included
+
 TextLabel* makeCredit()
 {
     auto* credit = new TextLabel(
@@ -37,7 +39,7 @@ LinkButton* makeLink()
 AboutView::AboutView(const QString& logo)
 {
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(12, 6 + 6, 12, 6 + 6);
+    column->setContentsMargins(padding, padding, padding, padding);
     column->setSpacing(12);
     if (const QImage picture(logo); !picture.isNull())
         column->addWidget(new LogoBanner(picture));

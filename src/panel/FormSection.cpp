@@ -15,6 +15,7 @@ namespace {
 constexpr double groundRadius = 10;
 constexpr int textIndent = 12;
 constexpr int rowHeight = 40;
+constexpr int rowSpacing = 10;
 constexpr int symbolSide = 18;
 
 } // namespace
@@ -57,7 +58,7 @@ void FormSection::addRow(const QString& symbol, const QString& title,
     row->setMinimumHeight(rowHeight);
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(textIndent, 3, textIndent - 3, 3);
-    line->setSpacing(10);
+    line->setSpacing(rowSpacing);
     line->addWidget(new SymbolView(symbol, symbolSide));
     auto* words =
         new TextLabel(title, panelStyle::headlineSize, QFont::Normal, TextLabel::Shade::primary);
@@ -78,7 +79,7 @@ void FormGround::paintEvent(QPaintEvent*)
         continuousRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), groundRadius));
     // Between two rows there is a pixel of room for a line, from the titles on.
     painter.setRenderHint(QPainter::Antialiasing, false);
-    const int left = textIndent + qRound(symbolSide * panelStyle::textScale()) + 10;
+    const int left = textIndent + qRound(symbolSide * panelStyle::textScale()) + rowSpacing;
     for (int i = 1; i < layout()->count(); ++i) {
         const int y = layout()->itemAt(i)->geometry().top() - 1;
         painter.fillRect(QRect(left, y, width() - left - 1, 1), panelStyle::separator(palette()));

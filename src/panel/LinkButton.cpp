@@ -11,7 +11,6 @@ namespace {
 
 // Logical pixels; around the text there is room for the ring of the focus.
 constexpr int focusRoom = 4;
-constexpr double focusWidth = 1.5;
 constexpr double focusRadius = 5;
 
 } // namespace
@@ -56,9 +55,5 @@ void LinkButton::paintEvent(QPaintEvent*)
     painter.drawText(rect(), Qt::AlignCenter, text());
     if (!hasFocus())
         return;
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), focusWidth));
-    const double inset = focusWidth / 2;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), focusRadius,
-                            focusRadius);
+    panelStyle::drawFocusRing(painter, palette(), rect(), focusRadius);
 }

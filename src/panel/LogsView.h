@@ -6,7 +6,6 @@
 
 class LogList;
 class LogListModel;
-class QVBoxLayout;
 class StatTile;
 class TextLabel;
 

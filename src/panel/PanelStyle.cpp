@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -107,6 +108,16 @@ QColor link(const QPalette& palette)
     for (int tries = 0; contrast(color, ground) < readableContrast && tries < 20; ++tries)
         color = mix(color, text, 0.15);
     return color;
+}
+
+void drawFocusRing(QPainter& painter, const QPalette& palette, const QRectF& rect, double radius)
+{
+    constexpr double width = 1.5;
+    constexpr double inset = width / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette.color(QPalette::Highlight), width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
 QColor destructiveText(const QPalette& palette)

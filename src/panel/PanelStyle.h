@@ -4,6 +4,9 @@
 #include <QFont>
 #include <QPalette>
 
+class QPainter;
+class QRectF;
+
 /// The panel's fonts and colours. They follow the desktop's font and palette.
 namespace panelStyle {
 
@@ -37,6 +40,9 @@ QColor groupBorder(const QPalette& palette);
 
 /// The desktop's colour of links, made readable on the ground of a group where it is not.
 QColor link(const QPalette& palette);
+
+/// Draws the ring around a control that has the keyboard's focus, just within `rect`.
+void drawFocusRing(QPainter& painter, const QPalette& palette, const QRectF& rect, double radius);
 
 /// The text of a button that takes something away for good.
 QColor destructiveText(const QPalette& palette);

@@ -1,5 +1,6 @@
 #include "panel/Stepper.h"
 
+#include "panel/PanelStyle.h"
 #include "panel/StepperAccessible.h"
 #include "panel/SymbolIcon.h"
 
@@ -17,7 +18,6 @@ namespace {
 constexpr QSize buttonSize(32, 26);
 constexpr int symbolSide = 14;
 constexpr int focusRoom = 3;
-constexpr double focusWidth = 1.5;
 constexpr double focusRadius = 6;
 
 constexpr int wheelStep = 120; ///< eighths of a degree
@@ -144,9 +144,5 @@ void Stepper::paintEvent(QPaintEvent*)
     if (!hasFocus())
         return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), focusWidth));
-    const double inset = focusWidth / 2;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), focusRadius,
-                            focusRadius);
+    panelStyle::drawFocusRing(painter, palette(), rect(), focusRadius);
 }

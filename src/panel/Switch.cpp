@@ -10,7 +10,6 @@ namespace {
 constexpr QSizeF trackSize(38, 22);
 constexpr double knobInset = 2.5;
 constexpr double focusRoom = 3; ///< around the track, for the ring of the focus
-constexpr double focusWidth = 1.5;
 
 } // namespace
 
@@ -47,10 +46,8 @@ void Switch::paintEvent(QPaintEvent*)
     painter.setBrush(Qt::white);
     painter.drawEllipse(knob);
 
-    if (!hasFocus())
-        return;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(colors.color(QPalette::Highlight), focusWidth));
-    const double out = focusRoom - focusWidth / 2;
-    painter.drawRoundedRect(track.adjusted(-out, -out, out, out), radius + out, radius + out);
+    if (hasFocus()) {
+        const QRectF ring = track.adjusted(-focusRoom, -focusRoom, focusRoom, focusRoom);
+        panelStyle::drawFocusRing(painter, colors, ring, radius + focusRoom);
+    }
 }
