@@ -1,0 +1,77 @@
+#!/usr/bin/env -S python3 -B
+"""Runs the program on the desktops named, or on all, and writes a table of what it does there."""
+
+import argparse
+import datetime
+import json
+import shutil
+import signal
+import subprocess
+import sys
+import traceback
+from pathlib import Path
+
+from hosts import window_managers
+from outcome import Outcome
+from program import Program
+from table import table
+from world import World, adopt_orphans
+
+HOSTS = {host.name: host for host in window_managers.ALL}
+
+
+def version_of(package):
+    return subprocess.run(["dpkg-query", "-W", "-f", "${Version}", package], capture_output=True,
+                          text=True, check=False).stdout or "unknown"
+
+
+def checked(behaviour, check):
+    try:
+        outcome = check()
+    except Exception as error:  # a check that breaks is a result, and the next one may work
+        traceback.print_exc()
+        outcome = Outcome("**no**", f"{type(error).__name__}: {error}")
+    print(f"  {behaviour}: {outcome.word} {outcome.seen}", flush=True)
+    return {"behaviour": behaviour, "word": outcome.word, "seen": outcome.seen}
+
+
+def run(host, program_path, folder):
+    """The results of one desktop; its pictures and logs go into `folder`."""
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    result = {"host": host.name, "kind": host.kind, "version": version_of(host.package),
+              "date": datetime.date.today().isoformat(), "cells": [], "reason": ""}
+    print(f"{host.name} {result['version']}", flush=True)
+    with World(folder / "logs", host.user) as world:
+        try:
+            for behaviour, check in host().run(world, Program(world, program_path), folder):
+                result["cells"].append(checked(behaviour, check))
+        except Exception as error:
+            traceback.print_exc()
+            result["reason"] = f"{type(error).__name__}: {error}"
+    return result
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--program", type=Path, required=True)
+    parser.add_argument("--output", type=Path, required=True)
+    parser.add_argument("hosts", nargs="*", metavar="HOST", help=", ".join(HOSTS))
+    options = parser.parse_args()
+    unknown = set(options.hosts) - set(HOSTS)
+    if unknown:
+        parser.error(f"no such desktop: {', '.join(sorted(unknown))}")
+
+    adopt_orphans()
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
+    options.output.mkdir(parents=True, exist_ok=True)
+    for name in options.hosts or HOSTS:
+        result = run(HOSTS[name], options.program.resolve(), options.output.resolve() / name)
+        (options.output / f"{name}.json").write_text(json.dumps(result, indent=1) + "\n")
+    results = [json.loads((options.output / f"{name}.json").read_text())
+               for name in HOSTS if (options.output / f"{name}.json").exists()]
+    (options.output / "table.md").write_text(table(results))
+    print(f"The table is {options.output / 'table.md'}")
+
+
+main()

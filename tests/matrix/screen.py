@@ -1,0 +1,157 @@
+"""The X11 display of a world as its user sees and uses it."""
+
+import re
+import time
+from dataclasses import dataclass
+
+from picture import Picture
+from waiting import wait_until
+
+
+@dataclass(frozen=True)
+class Area:
+    x: int
+    y: int
+    width: int
+    height: int
+
+    @property
+    def place(self):
+        return (self.x, self.y)
+
+    @property
+    def center(self):
+        return (self.x + self.width // 2, self.y + self.height // 2)
+
+
+class X11Screen:
+    def __init__(self, world, pictures):
+        """Pictures go into the folder `pictures`."""
+        self._world = world
+        self._pictures = pictures
+
+    def picture(self, name):
+        path = self._pictures / f"{name}.png"
+        self._world.run("import", "-window", "root", path)
+        return Picture(path)
+
+    # --- pointer and keys -------------------------------------------------------------------
+
+    def _xdotool(self, *arguments):
+        return self._world.text("xdotool", *arguments)
+
+    def move_to(self, x, y):
+        self._xdotool("mousemove", x, y)
+
+    def click(self, x, y, button=1):
+        self.move_to(x, y)
+        time.sleep(0.15)
+        self._xdotool("click", button)
+
+    def drag(self, start, way, steps=15):
+        self.move_to(*start)
+        self._xdotool("mousedown", 1)
+        time.sleep(0.1)
+        for step in range(1, steps + 1):
+            self.move_to(*(s + round(w * step / steps) for s, w in zip(start, way)))
+        time.sleep(0.1)
+        self._xdotool("mouseup", 1)
+
+    def key(self, name):
+        self._xdotool("key", name)
+
+    # --- windows ----------------------------------------------------------------------------
+
+    def property(self, window, name):
+        """The value of a property as xprop prints it; empty without one."""
+        printed = self._world.text("xprop", *(("-root",) if window is None else ("-id", window)),
+                                   name)
+        return printed.partition(" = ")[2] or printed.partition("# ")[2]
+
+    def root_windows(self, name):
+        return [int(window, 16) for window in
+                re.findall(r"0x[0-9a-f]+", self.property(None, name))]
+
+    def numbers(self, name):
+        return [int(number) for number in re.findall(r"\d+", self.property(None, name))]
+
+    def stack(self):
+        """The windows that the window manager knows, lowest first."""
+        return self.root_windows("_NET_CLIENT_LIST_STACKING")
+
+    def active(self):
+        return (self.root_windows("_NET_ACTIVE_WINDOW") or [0])[0]
+
+    def focused(self):
+        return int(self._xdotool("getwindowfocus", "-f") or 0)
+
+    def states(self, window):
+        return set(re.findall(r"_NET_WM_STATE_(\w+)", self.property(window, "_NET_WM_STATE")))
+
+    def area(self, window):
+        """Where the window is on the screen; None when it is not on it."""
+        printed = self._world.text("xwininfo", "-id", window)
+        if "IsViewable" not in printed:
+            return None
+        values = [re.search(rf"{name}:\s+(-?\d+)", printed) for name in
+                  ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
+        return Area(*(int(value.group(1)) for value in values)) if all(values) else None
+
+    def shown(self, title, widest=10_000):
+        """The uppermost window of this title on the screen, or None."""
+        for window in reversed(self.stack()):
+            if self.property(window, "_NET_WM_NAME") == f'"{title}"':
+                area = self.area(window)
+                if area and area.width <= widest:
+                    return window
+        return None
+
+    def open_window(self, title, geometry):
+        """Opens an ordinary window and gives it the focus."""
+        self._world.start("xterm", "-T", title, "-geometry", geometry, "-bg", "white", "-fg",
+                          "black", "-e", "sleep", "3600")
+        # xterm names its window only the old way.
+        window = wait_until(lambda: next(
+            (w for w in self.stack()
+             if self.property(w, "WM_NAME") == f'"{title}"' and self.area(w)), None))
+        if not window:
+            raise RuntimeError(f"the window {title} does not open")
+        self.activate(window)
+        return window
+
+    def activate(self, window):
+        """As a task bar does."""
+        self._world.run("wmctrl", "-i", "-a", hex(window))
+        return wait_until(lambda: self.active() == window, 3)
+
+    def raise_window(self, window):
+        self._xdotool("windowraise", window)
+
+    def set_state(self, window, change, state):
+        self._world.run("wmctrl", "-i", "-r", hex(window), "-b", f"{change},{state}")
+
+    def close(self, window):
+        self._world.run("wmctrl", "-i", "-c", hex(window))
+
+    def go_to_desktop(self, number):
+        self._xdotool("set_desktop", number)
+        return wait_until(lambda: self.numbers("_NET_CURRENT_DESKTOP") == [number], 3)
+
+
+class FocusWatch:
+    """Counts how often a window loses the focus."""
+
+    def __init__(self, world, window):
+        self._log = world.logs / f"focus-{window}.log"
+        self._world = world
+        self._log.unlink(missing_ok=True)
+        self._process = world.start("xev", "-id", window, "-event", "focus", log=self._log.stem)
+
+    def losses(self):
+        # A grab of the keyboard by the window manager takes it for a moment only.
+        events = self._log.read_text().split("\n\n")
+        return sum("FocusOut" in event and "NotifyNormal" in event and "NotifyPointer" not in event
+                   for event in events)
+
+    def stop(self):
+        self._world.stop(self._process)
