@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/CommandLine.h"
 #include "app/Snapshot.h"
 #include "app/UserFolders.h"
 #include "core/IniSettingsStore.h"
@@ -52,6 +53,7 @@ int main(int argc, char* argv[])
     // The few threads here hardly ever allocate; a heap of its own for each would be mostly unused.
     ::mallopt(M_ARENA_MAX, 1);
     Snapshot::runIfRequested(argc, argv);
+    runCommandLine(argc, argv);
     // Reading which fonts there are takes a third of the start; by the time that the first text
     // needs them, a second processor has done it.
     std::jthread fontLookup([] { FcInit(); });
