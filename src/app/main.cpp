@@ -4,6 +4,7 @@
 #include "app/UserFolders.h"
 #include "core/IniSettingsStore.h"
 #include "log/FileSystem.h"
+#include "paint/FontFiles.h"
 #include "platform/ApplicationService.h"
 #include "platform/BusProbe.h"
 #include "platform/SessionBus.h"
@@ -17,7 +18,6 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <fontconfig/fontconfig.h>
 #include <malloc.h>
 #include <thread>
 
@@ -54,9 +54,7 @@ int main(int argc, char* argv[])
     ::mallopt(M_ARENA_MAX, 1);
     Snapshot::runIfRequested(argc, argv);
     runCommandLine(argc, argv);
-    // Reading which fonts there are takes a third of the start; by the time that the first text
-    // needs them, a second processor has done it.
-    std::jthread fontLookup([] { FcInit(); });
+    std::jthread fontLookup(prepareFontFiles);
     NameOnBus name{};
     std::jthread busQuestion([&name] {
         name = askBusFor(ApplicationService::name, qgetenv(busAddress), busAnswersWithin);

@@ -1,11 +1,9 @@
 #include "paint/StatusIcon.h"
 
 #include "paint/Colors.h"
+#include "paint/TextLine.h"
 
-#include <QFont>
-#include <QFontMetricsF>
 #include <QPainter>
-#include <QPainterPath>
 
 namespace {
 
@@ -23,20 +21,17 @@ constexpr int fullCircle = 360 * 16;
 
 void drawNumber(QPainter& painter, const QRectF& disc, qint64 number)
 {
-    QFont font = painter.font();
-    font.setBold(true);
-    font.setPixelSize(100);
-    const QString text = QString::number(number);
-    // As a path, because the digits fill their box exactly, whatever the font's line height is.
-    QPainterPath path;
-    path.addText({}, font, text);
-    const QRectF box = path.boundingRect();
+    const TextLine line(QString::number(number), {.size = 100, .weight = QFont::Bold});
+    const QRectF box = line.box();
+    if (box.isEmpty()) // there is no font
+        return;
+    // By its outlines, because the digits fill their box exactly, whatever the font's line height
+    // is.
     const double scale = std::min(numberRoom * disc.width() / box.width(),
                                   numberHeight * disc.height() / box.height());
     painter.translate(disc.center());
     painter.scale(scale, scale);
-    painter.translate(-box.center());
-    painter.fillPath(path, Qt::white);
+    line.draw(painter, -box.center(), Qt::white);
     painter.resetTransform();
 }
 

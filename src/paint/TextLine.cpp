@@ -1,10 +1,8 @@
 #include "paint/TextLine.h"
 
+#include "paint/FontFace.h"
 #include "paint/Group.h"
 
-#include <QFontDatabase>
-#include <QFontMetricsF>
-#include <QGuiApplication>
 #include <QPainter>
 
 #include <algorithm>
@@ -15,62 +13,46 @@
 
 namespace {
 
-QString firstRoundedFamily()
-{
-    for (const auto* family : {"Quicksand", "Nunito", "M PLUS Rounded 1c", "Varela Round"}) {
-        if (QFontDatabase::hasFamily(QLatin1String(family)))
-            return QLatin1String(family);
-    }
-    return QGuiApplication::font().family();
-}
+/// The size, in pixels, that a face's lengths are for.
+constexpr double masterSize = 1000;
 
-/// Texts are set in this size, in pixels, and then made smaller: each size that a font is used in
-/// would be loaded by itself.
-constexpr int masterSize = 1000;
+using FaceKey = std::pair<TextStyle::Design, QFont::Weight>;
 
-const QFont& masterFontOf(const TextStyle& style)
+const FontFace& faceOf(const TextStyle& style)
 {
-    static std::map<std::pair<TextStyle::Design, QFont::Weight>, QFont> known;
-    const auto [found, isNew] = known.try_emplace({style.design, style.weight});
-    if (isNew) {
-        TextStyle master = style;
-        master.size = masterSize;
-        found->second = fontOf(master);
-    }
-    return found->second;
-}
-
-QPainterPath outlineOf(const QFont& font, QChar letter)
-{
-    QPainterPath outline;
-    outline.addText(0, 0, font, letter);
-    return outline;
+    static std::map<FaceKey, FontFace> known;
+    const FaceKey key(style.design, style.weight);
+    const auto found = known.find(key);
+    if (found != known.end())
+        return found->second;
+    const FontFile file = style.design == TextStyle::Design::rounded ? roundedFontFile(style.weight)
+                                                                     : plainFontFile(style.weight);
+    return known.try_emplace(key, file, style.weight).first->second;
 }
 
 /// What a countdown is put together of, in the master size, so that a new second costs no work with
 /// fonts.
 struct Numerals
 {
-    explicit Numerals(const QFont& font)
+    explicit Numerals(const FontFace& face)
     {
-        const QFontMetricsF metrics(font);
         double widest = 0;
-        double margins = font.pixelSize();
+        double margins = masterSize;
         for (std::size_t i = 0; i < digits.size(); ++i) {
             const QChar letter(static_cast<char16_t>(u'0' + i));
-            digits[i] = outlineOf(font, letter);
-            const QRectF box = digits[i].boundingRect();
-            digits[i].translate(-box.center().x(), 0);
+            const auto [outline, width] = face.lineOf(letter);
+            const QRectF box = outline.boundingRect();
+            digits[i] = outline.translated(-box.center().x(), 0);
             widest = std::max(widest, box.width());
-            margins = std::min(margins, metrics.horizontalAdvance(letter) - box.width());
+            margins = std::min(margins, width - box.width());
         }
         digitRoom = widest + margins;
 
-        colon = outlineOf(font, u':');
-        colonRoom = metrics.horizontalAdvance(u':');
-        const QPointF colonCenter = colon.boundingRect().center();
+        const auto [outline, width] = face.lineOf(QStringLiteral(":"));
+        colonRoom = width;
+        const QPointF colonCenter = outline.boundingRect().center();
         // It stands as high as the middle of the digits beside it.
-        colon.translate(-colonCenter.x(), -metrics.capHeight() / 2 - colonCenter.y());
+        colon = outline.translated(-colonCenter.x(), -face.capHeight() / 2 - colonCenter.y());
     }
 
     std::array<QPainterPath, 10> digits; ///< each around x = 0
@@ -83,57 +65,31 @@ struct Numerals
 
 const Numerals& numeralsOf(const TextStyle& style)
 {
-    static std::map<std::pair<TextStyle::Design, QFont::Weight>, Numerals> known;
-    const auto key = std::pair(style.design, style.weight);
+    static std::map<FaceKey, Numerals> known;
+    const FaceKey key(style.design, style.weight);
     const auto found = known.find(key);
     return found != known.end() ? found->second
-                                : known.emplace(key, Numerals(masterFontOf(style))).first->second;
+                                : known.try_emplace(key, faceOf(style)).first->second;
 }
 
 } // namespace
 
-QFont fontOf(const TextStyle& style)
-{
-    QFont font = QGuiApplication::font();
-    font.setWeight(style.weight);
-    if (style.design == TextStyle::Design::rounded) {
-        static const QString family = firstRoundedFamily();
-        font.setFamily(family);
-        // Quicksand comes in no semibold, for which its bold is near enough, and files its medium
-        // under a name of its own.
-        const QString mediumFamily = QStringLiteral("Quicksand Medium");
-        if (family == QLatin1String("Quicksand") && style.weight == QFont::Medium &&
-            QFontDatabase::hasFamily(mediumFamily)) {
-            font.setFamily(mediumFamily);
-            font.setWeight(QFont::Normal);
-        } else if (family == QLatin1String("Quicksand") && style.weight == QFont::DemiBold) {
-            font.setWeight(QFont::Bold);
-        }
-    }
-    font.setPixelSize(style.size);
-    font.setItalic(false);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    return font;
-}
-
 LineMetrics metricsOf(const TextStyle& style)
 {
-    const QFontMetricsF metrics(masterFontOf(style));
-    return {static_cast<int>(std::ceil(metrics.ascent() * style.size / masterSize)),
-            static_cast<int>(std::ceil(metrics.descent() * style.size / masterSize))};
+    const FontFace& face = faceOf(style);
+    return {static_cast<int>(std::ceil(face.ascent() * style.size / masterSize)),
+            static_cast<int>(std::ceil(face.descent() * style.size / masterSize))};
 }
 
 TextLine::TextLine(const QString& text, const TextStyle& style)
 {
-    const double scale = static_cast<double>(style.size) / masterSize;
+    const double scale = style.size / masterSize;
     if (style.fixedDigits) {
         addNumerals(text, style);
     } else {
-        QFont font = masterFontOf(style);
-        const double tracking = style.tracking / scale;
-        font.setLetterSpacing(QFont::AbsoluteSpacing, tracking);
-        m_outline.addText(0, 0, font, text);
-        m_width = QFontMetricsF(font).horizontalAdvance(text) - tracking;
+        FontFace::Line line = faceOf(style).lineOf(text, style.tracking / scale);
+        m_outline = std::move(line.outline);
+        m_width = line.width;
     }
     m_outline = QTransform::fromScale(scale, scale).map(m_outline);
     m_outline.setFillRule(Qt::WindingFill);

@@ -23,9 +23,6 @@ struct TextStyle
     Design design = Design::rounded;
 };
 
-/// The font of a style, without its tracking.
-QFont fontOf(const TextStyle& style);
-
 /// The room that a style's lines need above and below the baseline, in whole logical pixels.
 struct LineMetrics
 {
@@ -46,6 +43,9 @@ public:
 
     /// From the first letter's origin to the end of the last letter.
     double width() const { return m_width; }
+
+    /// What its letters cover, from the first one's origin.
+    QRectF box() const { return m_outline.boundingRect(); }
 
     /// Makes a line that is wider than `room` as much smaller as it has to be.
     void fitInto(double room);

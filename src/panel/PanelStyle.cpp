@@ -1,8 +1,9 @@
 #include "panel/PanelStyle.h"
 
-#include "paint/TextLine.h"
+#include "paint/FontFiles.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QPainter>
 
@@ -43,6 +44,15 @@ double contrast(const QColor& a, const QColor& b)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
+QString firstRoundedFamily()
+{
+    for (const char* family : roundedFamilies) {
+        if (QFontDatabase::hasFamily(QLatin1String(family)))
+            return QLatin1String(family);
+    }
+    return QApplication::font().family();
+}
+
 QFont sized(QFont font, double size, QFont::Weight weight)
 {
     font.setPixelSize(qRound(size * panelStyle::textScale()));
@@ -66,7 +76,12 @@ QFont font(double size, QFont::Weight weight)
 
 QFont roundedFont(double size, QFont::Weight weight)
 {
-    return sized(fontOf({.weight = weight}), size, weight);
+    static const QString family = firstRoundedFamily();
+    QFont font = QApplication::font();
+    font.setFamily(family);
+    // Quicksand comes in no semibold, for which its bold is near enough.
+    const bool isBold = weight == QFont::DemiBold && family == QLatin1String("Quicksand");
+    return sized(font, size, isBold ? QFont::Bold : weight);
 }
 
 QColor mixed(const QPalette& palette, double part)
