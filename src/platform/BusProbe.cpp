@@ -172,23 +172,29 @@ QByteArrayList answersIn(QByteArrayView bytes)
 
 NameOnBus ask(const Socket& bus, const QByteArray& name)
 {
-    // All at once: the bus takes one after the other.
     const QByteArray user = QByteArray::number(::getuid()).toHex();
-    const bool sent = bus.send('\0' + QByteArray("AUTH EXTERNAL ") + user + "\r\nBEGIN\r\n" +
-                               busCall(1, "Hello") + busCall(2, "NameHasOwner", name));
     QByteArray heard;
+    if (!bus.send('\0' + QByteArray("AUTH EXTERNAL ") + user + "\r\n"))
+        return NameOnBus::unsaid;
+    // A line of text accepts the user, or refuses. Sandboxes take no message before it.
+    while (!heard.endsWith("\r\n")) {
+        const QByteArray more = bus.receive();
+        if (more.isEmpty())
+            return NameOnBus::unsaid;
+        heard += more;
+    }
+    if (!heard.startsWith("OK"))
+        return NameOnBus::free;
+    heard.clear();
+    // Both at once: the bus takes one after the other.
+    const bool sent =
+        bus.send("BEGIN\r\n" + busCall(1, "Hello") + busCall(2, "NameHasOwner", name));
     while (sent) {
         const QByteArray more = bus.receive();
         if (more.isEmpty())
             break;
         heard += more;
-        // A line of text accepts the user, or refuses; the messages follow it.
-        const qsizetype lineEnd = heard.indexOf("\r\n");
-        if (lineEnd < 0)
-            continue;
-        if (!heard.startsWith("OK"))
-            return NameOnBus::free;
-        const QByteArrayList answers = answersIn(QByteArrayView(heard).sliced(lineEnd + 2));
+        const QByteArrayList answers = answersIn(heard);
         constexpr qsizetype called = 2;
         if (answers.size() >= called) {
             const bool isOwned = answers[called - 1].count('\0') < answers[called - 1].size();
