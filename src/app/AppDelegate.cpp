@@ -179,6 +179,7 @@ void AppDelegate::activateAction(const QString& name)
         {QStringLiteral("skip"), &AppDelegate::skipPhase},
         {QStringLiteral("restart"), &AppDelegate::restartCycle},
         {QStringLiteral("toggle-widget"), &AppDelegate::toggleWidget},
+        {QStringLiteral("focus-widget"), &AppDelegate::focusWidget},
         {QStringLiteral("settings"), &AppDelegate::openSettingsAction},
         {QStringLiteral("logs"), &AppDelegate::openLogsAction},
         {QStringLiteral("quit"), &AppDelegate::quit},
@@ -193,6 +194,11 @@ void AppDelegate::toggleWidget()
         m_panel->orderOut();
     else
         m_panel->orderFrontRegardless();
+}
+
+void AppDelegate::focusWidget()
+{
+    m_panel->takeKeyboard();
 }
 
 void AppDelegate::togglePause()

@@ -57,6 +57,7 @@ private:
 
     void activateAction(const QString& name);
     void toggleWidget();
+    void focusWidget();
     void togglePause();
     void skipPhase();
     void restartCycle();

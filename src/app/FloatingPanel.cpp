@@ -68,13 +68,13 @@ void FloatingPanel::place()
     if (const auto saved = framePositionFromText(m_settings.text(positionKey)))
         moveTo(broughtBack(saved->topLeft, size(), screenGeometries()));
     else if (const QScreen* screen = QGuiApplication::primaryScreen())
-        moveTo(firstTopLeft(screen->availableGeometry(), size()));
+        moveTo(firstTopLeft(freeAreaOf(*screen), size()));
 }
 
 void FloatingPanel::moveTo(QPoint topLeft)
 {
     m_topLeft = topLeft;
-    move(topLeft);
+    moveFloating(*this, topLeft);
 }
 
 void FloatingPanel::orderFrontRegardless()
@@ -83,8 +83,15 @@ void FloatingPanel::orderFrontRegardless()
     raise();
 }
 
+void FloatingPanel::takeKeyboard()
+{
+    orderFrontRegardless();
+    ::takeKeyboard(*this);
+}
+
 void FloatingPanel::orderOut()
 {
+    prepareToHide(*this);
     hide();
 }
 
@@ -122,14 +129,13 @@ void FloatingPanel::showEvent(QShowEvent*)
 {
     prepareToShow(*this);
     setOutline(*this, m_rootView->outline());
-    move(m_topLeft);
+    moveFloating(*this, m_topLeft);
     QTimer::singleShot(0, this, [this] { settleAfterShow(*this); });
 }
 
 void FloatingPanel::hideEvent(QHideEvent*)
 {
-    m_pressed = false;
-    m_dragging = false;
+    letGo();
 }
 
 void FloatingPanel::resizeEvent(QResizeEvent*)
@@ -155,14 +161,23 @@ void FloatingPanel::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton || !m_rootView->isOnCard(event->position()))
         return;
     m_pressed = true;
-    m_dragging = false;
     m_pressedAt = event->globalPosition().toPoint();
-    m_grabbedAt = event->position().toPoint();
+    m_grabbedAt = m_pressedAt - m_topLeft;
+    m_travel = PointerTravel::begin();
+    if (m_travel) {
+        connect(m_travel.get(), &PointerTravel::travelled, this,
+                [this](QPointF distance) { pointerIsAt(m_pressedAt + distance.toPoint()); });
+    }
 }
 
 void FloatingPanel::mouseMoveEvent(QMouseEvent* event)
 {
-    const QPoint at = event->globalPosition().toPoint();
+    if (!m_travel)
+        pointerIsAt(event->globalPosition().toPoint());
+}
+
+void FloatingPanel::pointerIsAt(QPoint at)
+{
     if (m_pressed && (at - m_pressedAt).manhattanLength() >= QApplication::startDragDistance())
         m_dragging = true;
     if (m_dragging) {
@@ -173,10 +188,15 @@ void FloatingPanel::mouseMoveEvent(QMouseEvent* event)
 
 void FloatingPanel::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton)
-        return;
+    if (event->button() == Qt::LeftButton)
+        letGo();
+}
+
+void FloatingPanel::letGo()
+{
     m_pressed = false;
     m_dragging = false;
+    m_travel.reset();
 }
 
 void FloatingPanel::moveHasSettled()

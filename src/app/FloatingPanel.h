@@ -1,9 +1,12 @@
 #pragma once
 
+#include "platform/PointerTravel.h"
 #include "widget/Motion.h"
 
 #include <QTimer>
 #include <QWidget>
+
+#include <memory>
 
 class FrameSource;
 class SettingsStore;
@@ -22,6 +25,9 @@ public:
 
     /// Shows the panel above the others without taking the focus.
     void orderFrontRegardless();
+
+    /// Shows it likewise, and gives it the keyboard.
+    void takeKeyboard();
 
     /// Hides the panel.
     void orderOut();
@@ -43,6 +49,8 @@ private:
     void takeSize(QSize size);
     void showFrame(Instant now);
     void moveTo(QPoint topLeft);
+    void pointerIsAt(QPoint at);
+    void letGo();
     void moveHasSettled();
     void savePosition();
 
@@ -54,6 +62,7 @@ private:
     QPoint m_topLeft;   ///< where the window is; pos() may still say otherwise after a first show
     QPoint m_grabbedAt; ///< of the pointer, relative to the window
     QPoint m_pressedAt; ///< of the pointer, on the screen
+    std::unique_ptr<PointerTravel> m_travel; ///< where only that tells of a drag
     bool m_pressed = false;
     bool m_dragging = false;
 };

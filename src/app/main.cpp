@@ -11,6 +11,7 @@
 #include "platform/SystemClock.h"
 #include "platform/SystemSoundPlayer.h"
 #include "platform/TerminationSignals.h"
+#include "platform/WindowSystem.h"
 
 #include <QApplication>
 #include <QDir>
@@ -19,6 +20,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <malloc.h>
+#include <optional>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -59,7 +61,9 @@ int main(int argc, char* argv[])
     std::jthread busQuestion([&name] {
         name = askBusFor(ApplicationService::name, qgetenv(busAddress), busAnswersWithin);
     });
+    std::optional<WindowSystem> windowSystem(std::in_place);
     QApplication application(argc, argv);
+    windowSystem.reset();
     const TerminationSignals terminationSignals;
     QApplication::setApplicationName(QStringLiteral("Vantora"));
     QApplication::setApplicationVersion(QStringLiteral(VANTORA_VERSION));

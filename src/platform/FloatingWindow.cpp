@@ -1,10 +1,15 @@
 #include "platform/FloatingWindow.h"
 
+#include "platform/LayerPopups.h"
+#include "platform/LayerShell.h"
+#include "platform/LayerSurface.h"
+
 #include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainterPath>
+#include <QScreen>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
@@ -120,6 +125,14 @@ bool isComposited(xcb_connection_t* connection)
     return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
+void focus(const QWidget& window, xcb_timestamp_t at)
+{
+    xcb_connection_t* connection = x11Connection();
+    xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT,
+                        static_cast<xcb_window_t>(window.internalWinId()), at);
+    xcb_flush(connection);
+}
+
 /// A window manager offers the keyboard to a floating window when it is clicked, and when the user
 /// asks for the window by other means, as a key binding. Only the second is taken.
 class FocusOffers : public QObject, public QAbstractNativeEventFilter
@@ -170,12 +183,8 @@ private:
     {
         const bool isAboutClick =
             std::find(m_clicks.begin(), m_clicks.end(), offeredAt) != m_clicks.end();
-        if (isAboutClick || !m_window.isVisible())
-            return;
-        xcb_connection_t* connection = x11Connection();
-        xcb_set_input_focus(connection, XCB_INPUT_FOCUS_PARENT,
-                            static_cast<xcb_window_t>(m_window.internalWinId()), offeredAt);
-        xcb_flush(connection);
+        if (!isAboutClick && m_window.isVisible())
+            focus(m_window, offeredAt);
     }
 
     QWidget& m_window;
@@ -195,8 +204,12 @@ void makeFloating(QWidget& window)
     window.setAttribute(Qt::WA_X11NetWmWindowTypeUtility);
     // It is hardly ever the active window, which alone would have tool tips.
     window.setAttribute(Qt::WA_AlwaysShowToolTips);
-    if (x11Connection())
+    if (x11Connection()) {
         new FocusOffers(window);
+    } else if (layerShell()) {
+        new LayerSurface(window);
+        new LayerPopups(&window);
+    }
 }
 
 void prepareToShow(QWidget& window)
@@ -214,8 +227,37 @@ void prepareToShow(QWidget& window)
                         states.size(), states.data());
 }
 
+void prepareToHide(QWidget& window)
+{
+    if (LayerSurface* surface = LayerSurface::of(window))
+        surface->detach();
+}
+
+void takeKeyboard(QWidget& window)
+{
+    if (LayerSurface* surface = LayerSurface::of(window))
+        surface->takeKeyboard();
+    else if (x11Connection())
+        focus(window, XCB_CURRENT_TIME);
+}
+
+QRect freeAreaOf(const QScreen& screen)
+{
+    return layerShell() ? freeArea(screen) : screen.availableGeometry();
+}
+
+void moveFloating(QWidget& window, QPoint topLeft)
+{
+    if (LayerSurface* surface = LayerSurface::of(window))
+        surface->moveTo(topLeft);
+    else
+        window.move(topLeft);
+}
+
 bool isAtOrigin(const QWidget& window)
 {
+    if (const LayerSurface* surface = LayerSurface::of(window))
+        return surface->topLeft().isNull();
     xcb_connection_t* connection = x11Connection();
     if (!connection)
         return window.pos().isNull();
@@ -241,6 +283,8 @@ void settleAfterShow(QWidget& window)
 void setOutline(QWidget& window, const QPainterPath& outline)
 {
     xcb_connection_t* connection = x11Connection();
+    if (LayerSurface::of(window))
+        window.windowHandle()->setMask(QRegion(outline.toFillPolygon().toPolygon()));
     if (!connection || !window.internalWinId())
         return;
     const auto id = static_cast<xcb_window_t>(window.internalWinId());

@@ -6,6 +6,8 @@
 class QImage;
 class QPainterPath;
 class QPoint;
+class QRect;
+class QScreen;
 class QWidget;
 
 /// The window system's side of a small window that floats above all others, on all desktops, out of
@@ -17,6 +19,18 @@ void makeFloating(QWidget& window);
 
 /// To be called whenever `window` is about to be shown: what X11 window managers read at that time.
 void prepareToShow(QWidget& window);
+
+/// To be called whenever `window` is about to be hidden.
+void prepareToHide(QWidget& window);
+
+/// Gives `window`, which is shown, the keyboard.
+void takeKeyboard(QWidget& window);
+
+/// The part of a screen that panels leave free for windows.
+QRect freeAreaOf(const QScreen& screen);
+
+/// Moves the top left corner of `window` there.
+void moveFloating(QWidget& window, QPoint topLeft);
 
 /// Whether the window system has `window` at the screen's very corner. Asks it, and waits.
 bool isAtOrigin(const QWidget& window);

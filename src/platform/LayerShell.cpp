@@ -1,0 +1,67 @@
+#include "platform/LayerShell.h"
+
+#include <QGuiApplication>
+#include <qpa/qplatformnativeinterface.h>
+
+#include <algorithm>
+#include <cstring>
+#include <relative-pointer-unstable-v1.h>
+#include <wayland-client.h>
+#include <wlr-layer-shell-unstable-v1.h>
+
+namespace {
+
+constexpr uint32_t newestShell = 4;
+
+void* bind(wl_registry* registry, uint32_t name, const wl_interface& interface, uint32_t version)
+{
+    void* proxy = wl_registry_bind(registry, name, &interface, version);
+    // Only the listing has a queue of its own; what is bound is served with the rest.
+    wl_proxy_set_queue(static_cast<wl_proxy*>(proxy), nullptr);
+    return proxy;
+}
+
+void takeGlobal(void* data, wl_registry* registry, uint32_t name, const char* interface,
+                uint32_t version)
+{
+    auto* shell = static_cast<LayerShell*>(data);
+    if (std::strcmp(interface, zwlr_layer_shell_v1_interface.name) == 0) {
+        shell->shell = static_cast<zwlr_layer_shell_v1*>(
+            bind(registry, name, zwlr_layer_shell_v1_interface, std::min(version, newestShell)));
+    } else if (std::strcmp(interface, zwp_relative_pointer_manager_v1_interface.name) == 0) {
+        shell->relativePointers = static_cast<zwp_relative_pointer_manager_v1*>(
+            bind(registry, name, zwp_relative_pointer_manager_v1_interface, 1));
+    }
+}
+
+LayerShell findLayerShell()
+{
+    LayerShell shell;
+    if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")) ||
+        !qEnvironmentVariableIsSet("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT"))
+        return shell;
+    shell.display = static_cast<wl_display*>(
+        QGuiApplication::platformNativeInterface()->nativeResourceForIntegration("wl_display"));
+    if (!shell.display)
+        return shell;
+    static constexpr wl_registry_listener listener{
+        .global = takeGlobal, .global_remove = [](void*, wl_registry*, uint32_t) {}};
+    wl_event_queue* queue = wl_display_create_queue(shell.display);
+    auto* wrapper = static_cast<wl_display*>(wl_proxy_create_wrapper(shell.display));
+    wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(wrapper), queue);
+    wl_registry* registry = wl_display_get_registry(wrapper);
+    wl_proxy_wrapper_destroy(wrapper);
+    wl_registry_add_listener(registry, &listener, &shell);
+    wl_display_roundtrip_queue(shell.display, queue);
+    wl_registry_destroy(registry);
+    wl_event_queue_destroy(queue);
+    return shell;
+}
+
+} // namespace
+
+const LayerShell* layerShell()
+{
+    static const LayerShell found = findLayerShell();
+    return found.shell ? &found : nullptr;
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+struct wl_display;
+struct zwlr_layer_shell_v1;
+struct zwp_relative_pointer_manager_v1;
+
+/// What the Wayland compositor has for windows that stand beside the ordinary ones.
+struct LayerShell
+{
+    wl_display* display = nullptr;
+    zwlr_layer_shell_v1* shell = nullptr;
+    zwp_relative_pointer_manager_v1* relativePointers = nullptr; ///< may be missing
+};
+
+/// The compositor's layer shell, or null where there is none: on other window systems, and where
+/// the application was not prepared for it (`WindowSystem`). Needs the application.
+const LayerShell* layerShell();
