@@ -12,12 +12,17 @@ import traceback
 from pathlib import Path
 
 from hosts import window_managers
+from hosts.lxqt import Lxqt
+from hosts.mate import MateIndicators, MateNotificationArea
+from hosts.xembed import Tint2, Trayer
+from hosts.xfce import Xfce
 from outcome import Outcome
 from program import Program
 from table import table
 from world import World, adopt_orphans
 
-HOSTS = {host.name: host for host in window_managers.ALL}
+HOSTS = {host.name: host for host in (*window_managers.ALL, Xfce, Lxqt, MateNotificationArea,
+                                   MateIndicators, Trayer, Tint2)}
 
 
 def version_of(package):

@@ -164,6 +164,7 @@ class World:
             self.environment["DISPLAY"] = ":" + answer.readline().strip()
 
     def start_bus(self):
+        """To be called when the environment stands: the bus starts programs itself."""
         address = f"unix:path={self.environment['XDG_RUNTIME_DIR']}/bus"
         self.start("dbus-daemon", "--session", "--nofork", f"--address={address}")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address

@@ -30,8 +30,8 @@ class WindowManager:
     def run(self, world, program, pictures):
         """Yields the name and the check of each behaviour."""
         world.environment.update(self.variables)
-        world.start_bus()
         world.start_x_server()
+        world.start_bus()
         screen = X11Screen(world, pictures)
         world.start(*self.command)
         if not wait_until(lambda: screen.property(None, "_NET_SUPPORTING_WM_CHECK"), 20):
