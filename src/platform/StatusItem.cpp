@@ -28,11 +28,22 @@ QString itemService()
         .arg(QCoreApplication::applicationPid());
 }
 
+/// The program's id where it runs in a Flatpak's sandbox; empty elsewhere.
+QString sandboxId()
+{
+    return qEnvironmentVariable("FLATPAK_ID");
+}
+
 /// Where the icon's file is made, in the user's own memory-backed folder; empty without one.
 QString iconFolder()
 {
     const QString runtimeFolder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return runtimeFolder.isEmpty() ? QString() : runtimeFolder + QStringLiteral("/vantora");
+    if (runtimeFolder.isEmpty())
+        return {};
+    // From a sandbox the desktop sees nothing else by the same path.
+    const QString sandbox = sandboxId();
+    return runtimeFolder +
+           (sandbox.isEmpty() ? QStringLiteral("/vantora") : QStringLiteral("/app/") + sandbox);
 }
 
 QDBusMessage busCall(const QString& method)
@@ -124,7 +135,8 @@ void StatusItem::registerItem()
     QDBusMessage call = QDBusMessage::createMethodCall(
         watcherService, QStringLiteral("/StatusNotifierWatcher"), watcherService,
         QStringLiteral("RegisterStatusNotifierItem"));
-    call << itemService();
+    // A sandbox does not grant the name, and many programs in one have the same process id.
+    call << (sandboxId().isEmpty() ? itemService() : m_bus->baseService());
     m_bus->asyncCall(call);
 }
 
