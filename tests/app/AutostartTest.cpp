@@ -134,6 +134,17 @@ TEST_F(AutostartTest, anEntryOfTheUsersIsOnlySwitched)
     EXPECT_EQ(read(entry()), edited.toStdString());
 }
 
+TEST_F(AutostartTest, oneThatTheUserHasChangedIsTheUsers)
+{
+    switchTo(true);
+    const QByteArray changed = QByteArray::fromStdString(read(entry())) + "X-Delay=5\n";
+    put(entry(), changed);
+    EXPECT_EQ(switchTo(false), "");
+    EXPECT_EQ(read(entry()), with("Hidden=true", changed).toStdString());
+    EXPECT_EQ(switchTo(true, QStringLiteral("/elsewhere/vantora")), "");
+    EXPECT_EQ(read(entry()), changed.toStdString());
+}
+
 TEST_F(AutostartTest, onUndoesWhatDesktopsSwitchOffWith)
 {
     for (const char* line : {"Hidden=true", "Hidden = true", "X-GNOME-Autostart-enabled=false",
