@@ -33,10 +33,10 @@ class Program:
                                 destination, "--object-path", path, "--method", method, *arguments)
 
     def bus_names(self):
-        """The names by which messages come from it."""
+        """The names by which messages come from it and go to it; none before it is on the bus."""
         found = re.findall(r"':[^']+'", self.call(
             "org.freedesktop.DBus", "/", "org.freedesktop.DBus.GetNameOwner", self._item_name()))
-        return {name.strip("'") for name in found}
+        return {found[0].strip("'"), self._item_name(), SERVICE} if found else set()
 
     def _item_name(self):
         return f"org.kde.StatusNotifierItem-{self.process.pid}-1"

@@ -14,6 +14,7 @@ from pathlib import Path
 from hosts import window_managers
 from hosts.lxqt import Lxqt
 from hosts.mate import MateIndicators, MateNotificationArea
+from hosts.plasma import Plasma
 from hosts.xembed import Tint2, Trayer
 from hosts.xfce import Xfce
 from outcome import Outcome
@@ -22,7 +23,7 @@ from table import table
 from world import World, adopt_orphans
 
 HOSTS = {host.name: host for host in (*window_managers.ALL, Xfce, Lxqt, MateNotificationArea,
-                                   MateIndicators, Trayer, Tint2)}
+                                   MateIndicators, Plasma, Trayer, Tint2)}
 
 
 def version_of(package):
