@@ -12,6 +12,7 @@ import traceback
 from pathlib import Path
 
 from hosts import window_managers
+from hosts.gnome import GnomeTray, GnomeWindows
 from hosts.lxqt import Lxqt
 from hosts.mate import MateIndicators, MateNotificationArea
 from hosts.plasma import Plasma
@@ -22,8 +23,9 @@ from program import Program
 from table import table
 from world import World, adopt_orphans
 
-HOSTS = {host.name: host for host in (*window_managers.ALL, Xfce, Lxqt, MateNotificationArea,
-                                   MateIndicators, Plasma, Trayer, Tint2)}
+HOSTS = {host.name: host for host in (
+    *window_managers.ALL, GnomeWindows,
+    Xfce, Lxqt, MateNotificationArea, MateIndicators, Plasma, GnomeTray, Trayer, Tint2)}
 
 
 def version_of(package):

@@ -78,6 +78,8 @@ class TrayChecks:
 
     def open_menu(self, name, button=None):
         """Clicks the item; None when no menu comes."""
+        if not self.item:
+            return None
         before = self.screen.picture(f"{name}-before")
         x, y, width, height = self.item
         self.screen.click(x + width // 2, y + height // 2, button or self.host.menu_buttons[0])

@@ -23,9 +23,11 @@ class WindowManager:
     kind = "window"
     user = None
     package = None  # the one whose version the table names
-    packages = ()
     variables = {}
-    command = ()
+    window_manager = ()
+
+    def prepare(self, world):
+        """Writes settings and starts what the window manager needs."""
 
     def run(self, world, program, pictures):
         """Yields the name and the check of each behaviour."""
@@ -33,13 +35,14 @@ class WindowManager:
         world.start_x_server()
         world.start_bus()
         screen = X11Screen(world, pictures)
-        world.start(*self.command)
+        self.prepare(world)
+        world.start(*self.window_manager)
         if not wait_until(lambda: screen.property(None, "_NET_SUPPORTING_WM_CHECK"), 20):
             raise RuntimeError("the window manager does not start")
         self.make_desktops(world)
         world.write(world.config("tint2/tint2rc"), PANEL)
         world.start("tint2")
-        if not wait_until(lambda: screen.numbers("_NET_WORKAREA")[1:2] == [28]):
+        if not wait_until(lambda: screen.numbers("_NET_WORKAREA")[1:2] > [0]):
             raise RuntimeError("the panel takes no room")
         yield from WindowChecks(world, screen, program).all()
 
@@ -49,18 +52,18 @@ class WindowManager:
 
 class Openbox(WindowManager):
     name, package = "openbox", "openbox"
-    command = ("openbox",)
+    window_manager = ("openbox",)
 
 
 class Xfwm4(WindowManager):
     name, package = "xfwm4", "xfwm4"
-    command = ("xfwm4", "--compositor=on")
+    window_manager = ("xfwm4", "--compositor=on")
 
 
 class KWin(WindowManager):
     name, package = "kwin", "kwin-x11"
     variables = {"XDG_CURRENT_DESKTOP": "KDE", "KWIN_COMPOSE": "N"}
-    command = ("kwin_x11",)
+    window_manager = ("kwin_x11",)
 
     def make_desktops(self, world):
         world.run("gdbus", "call", "--session", "--dest", "org.kde.KWin", "--object-path",
@@ -70,7 +73,7 @@ class KWin(WindowManager):
 
 class Mutter(WindowManager):
     name, package = "mutter", "mutter"
-    command = ("mutter", "--x11", "--sm-disable")
+    window_manager = ("mutter", "--x11", "--sm-disable")
 
 
 ALL = (Openbox, Xfwm4, KWin, Mutter)
