@@ -142,7 +142,7 @@ void AppDelegate::setUpStatusItem()
 
     m_panel->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_panel.get(), &QWidget::customContextMenuRequested, this,
-            [this](QPoint at) { m_menu->popup(m_panel->mapToGlobal(at)); });
+            [this](QPoint at) { m_menu->popup(m_panel->topLeft() + at); });
 
     m_statusItem = std::make_unique<StatusItem>(
         *m_menu, [this] { return drawStatusIcon(statusIconOf(m_engine)); });

@@ -20,12 +20,12 @@ constexpr auto positionKey = "VantoraWidget";
 constexpr auto settledAfter = 500ms;
 constexpr Curve resizing{Curve::Shape::easeInOut, 0.3};
 
-QList<QRect> screenGeometries()
+QList<ScreenPlace> screenPlaces()
 {
-    QList<QRect> geometries;
+    QList<ScreenPlace> places;
     for (const QScreen* screen : QGuiApplication::screens())
-        geometries.append(screen->geometry());
-    return geometries;
+        places.append({screen->name(), screen->geometry()});
+    return places;
 }
 
 } // namespace
@@ -36,6 +36,7 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     , m_rootView(rootView)
     , m_frames(frames)
     , m_compactness(compact)
+    , m_travel(PointerTravel::watch())
 {
     makeFloating(*this);
     setWindowTitle(QStringLiteral("Vantora"));
@@ -52,6 +53,20 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
         showFrame(m_frames.now());
     });
 
+    if (m_travel) {
+        connect(m_travel.get(), &PointerTravel::travelled, this,
+                [this] { followPointer(m_pressedAt); });
+    }
+
+    m_screensSettled.setSingleShot(true);
+    m_screensSettled.setInterval(settledAfter);
+    connect(&m_screensSettled, &QTimer::timeout, this, &FloatingPanel::place);
+    for (QScreen* screen : QGuiApplication::screens())
+        watch(screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &FloatingPanel::watch);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &FloatingPanel::screensChanged);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &FloatingPanel::screensChanged);
+
     m_moveSettled.setSingleShot(true);
     m_moveSettled.setInterval(settledAfter);
     connect(&m_moveSettled, &QTimer::timeout, this, &FloatingPanel::moveHasSettled);
@@ -65,10 +80,26 @@ FloatingPanel::~FloatingPanel()
 
 void FloatingPanel::place()
 {
+    if (m_dragging)
+        return;
     if (const auto saved = framePositionFromText(m_settings.text(positionKey)))
-        moveTo(broughtBack(saved->topLeft, size(), screenGeometries()));
+        moveTo(broughtBack(topLeftOn(*saved, screenPlaces()), size(), screenPlaces()));
     else if (const QScreen* screen = QGuiApplication::primaryScreen())
         moveTo(firstTopLeft(freeAreaOf(*screen), size()));
+}
+
+void FloatingPanel::watch(const QScreen* screen)
+{
+    connect(screen, &QScreen::geometryChanged, this, &FloatingPanel::screensChanged);
+}
+
+/// It goes back to its place as soon as the screens are there for it, and is never left where none
+/// is. Where it stands meanwhile, or is put by a window manager, is nothing to remember.
+void FloatingPanel::screensChanged()
+{
+    if (m_moveSettled.isActive() && !m_screensSettled.isActive())
+        savePosition();
+    m_screensSettled.start();
 }
 
 void FloatingPanel::moveTo(QPoint topLeft)
@@ -147,10 +178,9 @@ void FloatingPanel::resizeEvent(QResizeEvent*)
 void FloatingPanel::moveEvent(QMoveEvent* event)
 {
     // While it is dragged, these events tell of places that it has left already. At other times a
-    // window manager has moved it, on the user's behalf. After the first show Qt may take a window
-    // to be at (0, 0) that is not.
-    if (m_dragging || !isVisible() || event->pos() == m_topLeft ||
-        (event->pos().isNull() && !isAtOrigin(*this)))
+    // window manager has moved it, on the user's behalf.
+    if (m_dragging || !isVisible() || m_screensSettled.isActive() || event->pos() == m_topLeft ||
+        !isWhereQtSays(*this))
         return;
     m_topLeft = event->pos();
     m_moveSettled.start();
@@ -163,17 +193,16 @@ void FloatingPanel::mousePressEvent(QMouseEvent* event)
     m_pressed = true;
     m_pressedAt = event->globalPosition().toPoint();
     m_grabbedAt = m_pressedAt - m_topLeft;
-    m_travel = PointerTravel::begin();
-    if (m_travel) {
-        connect(m_travel.get(), &PointerTravel::travelled, this,
-                [this](QPointF distance) { pointerIsAt(m_pressedAt + distance.toPoint()); });
-    }
 }
 
 void FloatingPanel::mouseMoveEvent(QMouseEvent* event)
 {
-    if (!m_travel)
-        pointerIsAt(event->globalPosition().toPoint());
+    followPointer(event->globalPosition().toPoint());
+}
+
+void FloatingPanel::followPointer(QPoint reportedAt)
+{
+    pointerIsAt(m_travel ? m_pressedAt + m_travel->distance().toPoint() : reportedAt);
 }
 
 void FloatingPanel::pointerIsAt(QPoint at)
@@ -188,15 +217,16 @@ void FloatingPanel::pointerIsAt(QPoint at)
 
 void FloatingPanel::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
-        letGo();
+    if (event->button() != Qt::LeftButton)
+        return;
+    followPointer(event->globalPosition().toPoint());
+    letGo();
 }
 
 void FloatingPanel::letGo()
 {
     m_pressed = false;
     m_dragging = false;
-    m_travel.reset();
 }
 
 void FloatingPanel::moveHasSettled()
@@ -206,7 +236,7 @@ void FloatingPanel::moveHasSettled()
         return;
     }
     // A window manager may have stopped it short of where it was dragged.
-    if (!pos().isNull() || isAtOrigin(*this))
+    if (isWhereQtSays(*this))
         m_topLeft = pos();
     savePosition();
 }
@@ -214,6 +244,10 @@ void FloatingPanel::moveHasSettled()
 void FloatingPanel::savePosition()
 {
     m_moveSettled.stop();
-    const QScreen* on = QGuiApplication::screenAt(QRect(m_topLeft, size()).center());
-    m_settings.setText(positionKey, toText({m_topLeft, on ? on->name() : QString()}));
+    FramePosition position{.topLeft = m_topLeft};
+    if (const QScreen* on = QGuiApplication::screenAt(QRect(m_topLeft, size()).center())) {
+        position.screen = on->name();
+        position.screenOrigin = on->geometry().topLeft();
+    }
+    m_settings.setText(positionKey, toText(position));
 }

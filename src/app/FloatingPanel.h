@@ -32,6 +32,9 @@ public:
     /// Hides the panel.
     void orderOut();
 
+    /// Where it is on the screen.
+    QPoint topLeft() const { return m_topLeft; }
+
     /// Grows or shrinks to the size of the other form; the top left corner stays.
     void resizeAnimated(bool compact);
 
@@ -46,9 +49,12 @@ protected:
 
 private:
     void place();
+    void watch(const QScreen* screen);
+    void screensChanged();
     void takeSize(QSize size);
     void showFrame(Instant now);
     void moveTo(QPoint topLeft);
+    void followPointer(QPoint reportedAt);
     void pointerIsAt(QPoint at);
     void letGo();
     void moveHasSettled();
@@ -59,10 +65,11 @@ private:
     FrameSource& m_frames;
     Motion m_compactness; ///< 0: the full size, 1: the compact one
     QTimer m_moveSettled;
+    QTimer m_screensSettled;
     QPoint m_topLeft;   ///< where the window is; pos() may still say otherwise after a first show
     QPoint m_grabbedAt; ///< of the pointer, relative to the window
     QPoint m_pressedAt; ///< of the pointer, on the screen
-    std::unique_ptr<PointerTravel> m_travel; ///< where only that tells of a drag
+    std::unique_ptr<PointerTravel> m_travel; ///< null: places on the screen tell of a drag
     bool m_pressed = false;
     bool m_dragging = false;
 };

@@ -17,29 +17,57 @@ QPoint nearestInside(QPoint topLeft, QSize window, const QRect& screen)
             std::clamp(topLeft.y(), screen.y(), bottom)};
 }
 
+/// Window systems count positions in 16 bits.
+std::optional<QPoint> pointFrom(const QString& x, const QString& y)
+{
+    bool xOk = false;
+    bool yOk = false;
+    const QPoint point(x.toShort(&xOk), y.toShort(&yOk));
+    return xOk && yOk ? std::optional(point) : std::nullopt;
+}
+
 } // namespace
 
 QString toText(const FramePosition& position)
 {
-    return QStringLiteral("%1 %2 %3")
-        .arg(position.topLeft.x())
-        .arg(position.topLeft.y())
-        .arg(position.screen);
+    QString text = QStringLiteral("%1 %2 %3")
+                       .arg(position.topLeft.x())
+                       .arg(position.topLeft.y())
+                       .arg(position.screen);
+    if (!position.screenOrigin.isNull()) {
+        text +=
+            QStringLiteral(" @%1:%2").arg(position.screenOrigin.x()).arg(position.screenOrigin.y());
+    }
+    return text;
 }
 
 std::optional<FramePosition> framePositionFromText(const QString& text)
 {
-    const QStringList parts = text.split(QLatin1Char(' '));
+    QStringList parts = text.split(QLatin1Char(' '));
     if (parts.size() < 2)
         return std::nullopt;
-    // Window systems count positions in 16 bits.
-    bool xOk = false;
-    bool yOk = false;
-    const short x = parts[0].toShort(&xOk);
-    const short y = parts[1].toShort(&yOk);
-    if (!xOk || !yOk)
+    const auto topLeft = pointFrom(parts[0], parts[1]);
+    if (!topLeft)
         return std::nullopt;
-    return FramePosition{{x, y}, parts.mid(2).join(QLatin1Char(' '))};
+    FramePosition position{.topLeft = *topLeft};
+    if (parts.size() > 3 && parts.last().startsWith(QLatin1Char('@'))) {
+        const QStringList origin = parts.takeLast().mid(1).split(QLatin1Char(':'));
+        if (origin.size() == 2)
+            position.screenOrigin = pointFrom(origin[0], origin[1]).value_or(QPoint());
+    }
+    position.screen = parts.mid(2).join(QLatin1Char(' '));
+    return position;
+}
+
+QPoint topLeftOn(const FramePosition& position, const QList<ScreenPlace>& screens)
+{
+    const auto screen =
+        std::find_if(screens.begin(), screens.end(), [&](const ScreenPlace& candidate) {
+            return candidate.name == position.screen;
+        });
+    return screen == screens.end()
+               ? position.topLeft
+               : position.topLeft - position.screenOrigin + screen->geometry.topLeft();
 }
 
 QPoint firstTopLeft(const QRect& available, QSize window)
@@ -48,17 +76,17 @@ QPoint firstTopLeft(const QRect& available, QSize window)
             available.y() + firstInset};
 }
 
-QPoint broughtBack(QPoint topLeft, QSize window, const QList<QRect>& screens)
+QPoint broughtBack(QPoint topLeft, QSize window, const QList<ScreenPlace>& screens)
 {
     const QRect frame(topLeft, window);
-    const bool onScreen = std::any_of(screens.begin(), screens.end(), [&](const QRect& screen) {
-        return screen.intersects(frame);
-    });
+    const bool onScreen =
+        std::any_of(screens.begin(), screens.end(),
+                    [&](const ScreenPlace& screen) { return screen.geometry.intersects(frame); });
     if (onScreen || screens.isEmpty())
         return topLeft;
-    QPoint nearest = nearestInside(topLeft, window, screens.first());
-    for (const QRect& screen : screens) {
-        const QPoint inside = nearestInside(topLeft, window, screen);
+    QPoint nearest = nearestInside(topLeft, window, screens.first().geometry);
+    for (const ScreenPlace& screen : screens) {
+        const QPoint inside = nearestInside(topLeft, window, screen.geometry);
         if ((inside - topLeft).manhattanLength() < (nearest - topLeft).manhattanLength())
             nearest = inside;
     }

@@ -7,16 +7,19 @@
 
 #include <optional>
 
-/// The remembered position of a window: its top left corner and the name of the screen it was on.
+/// The remembered position of a window: its top left corner, the name of the screen that it was on,
+/// and where that screen was among the others.
 struct FramePosition
 {
     QPoint topLeft;
-    QString screen;
+    QString screen = {};
+    QPoint screenOrigin = {};
 
     bool operator==(const FramePosition&) const = default;
 };
 
-/// The position as it stands in the settings, as "1646 24 HDMI-1".
+/// The position as it stands in the settings, as "1646 24 HDMI-1", or "3566 24 HDMI-1 @1920:0"
+/// where the screen is not the first one.
 QString toText(const FramePosition& position);
 
 /// The position that a text of this form holds; nothing for any other text.
@@ -26,6 +29,16 @@ std::optional<FramePosition> framePositionFromText(const QString& text);
 /// `available` area (the part without panels), 24 px from both edges.
 QPoint firstTopLeft(const QRect& available, QSize window);
 
+/// A screen by its name, and where it is.
+struct ScreenPlace
+{
+    QString name;
+    QRect geometry;
+};
+
+/// Where the position is now: it has moved along with its screen, if that is there.
+QPoint topLeftOn(const FramePosition& position, const QList<ScreenPlace>& screens);
+
 /// `topLeft` if any part of the window is on one of the `screens`, or else the nearest place at
 /// which all of it is.
-QPoint broughtBack(QPoint topLeft, QSize window, const QList<QRect>& screens);
+QPoint broughtBack(QPoint topLeft, QSize window, const QList<ScreenPlace>& screens);

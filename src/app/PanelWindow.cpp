@@ -42,8 +42,7 @@ void PanelWindow::makeKeyAndOrderFront()
 
 void PanelWindow::closeEvent(QCloseEvent* event)
 {
-    // After a first show Qt may take a window to be at (0, 0) that is not.
-    if (!pos().isNull() || isAtOrigin(*this))
+    if (isWhereQtSays(*this))
         m_topLeft = pos();
     QWidget::closeEvent(event);
 }

@@ -254,13 +254,14 @@ void moveFloating(QWidget& window, QPoint topLeft)
         window.move(topLeft);
 }
 
-bool isAtOrigin(const QWidget& window)
+bool isWhereQtSays(const QWidget& window)
 {
     if (const LayerSurface* surface = LayerSurface::of(window))
-        return surface->topLeft().isNull();
+        return surface->topLeft() == window.pos();
     xcb_connection_t* connection = x11Connection();
-    if (!connection)
-        return window.pos().isNull();
+    if (!connection || !window.pos().isNull())
+        return true;
+    // After the first show it may say (0, 0) of any place.
     const auto id = static_cast<xcb_window_t>(window.winId());
     const auto place = owned(xcb_translate_coordinates_reply(
         connection, xcb_translate_coordinates(connection, id, rootOf(connection), 0, 0), nullptr));

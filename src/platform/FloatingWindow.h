@@ -32,8 +32,9 @@ QRect freeAreaOf(const QScreen& screen);
 /// Moves the top left corner of `window` there.
 void moveFloating(QWidget& window, QPoint topLeft);
 
-/// Whether the window system has `window` at the screen's very corner. Asks it, and waits.
-bool isAtOrigin(const QWidget& window);
+/// Whether the window system has `window` where Qt takes it to be. After the first show, and when
+/// screens come and go, Qt may be wrong. May ask the window system, and wait.
+bool isWhereQtSays(const QWidget& window);
 
 /// To be called after `window` was shown: what they take as requests only.
 void settleAfterShow(QWidget& window);

@@ -1,5 +1,7 @@
 #include "platform/LayerShell.h"
 
+#include "platform/WaylandSeat.h"
+
 #include <QGuiApplication>
 #include <qpa/qplatformnativeinterface.h>
 
@@ -31,6 +33,9 @@ void takeGlobal(void* data, wl_registry* registry, uint32_t name, const char* in
     } else if (std::strcmp(interface, zwp_relative_pointer_manager_v1_interface.name) == 0) {
         shell->relativePointers = static_cast<zwp_relative_pointer_manager_v1*>(
             bind(registry, name, zwp_relative_pointer_manager_v1_interface, 1));
+    } else if (std::strcmp(interface, wl_seat_interface.name) == 0 && !shell->seat) {
+        shell->seat =
+            new WaylandSeat(static_cast<wl_seat*>(bind(registry, name, wl_seat_interface, 1)));
     }
 }
 

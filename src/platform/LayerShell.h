@@ -1,5 +1,6 @@
 #pragma once
 
+class WaylandSeat;
 struct wl_display;
 struct zwlr_layer_shell_v1;
 struct zwp_relative_pointer_manager_v1;
@@ -10,6 +11,7 @@ struct LayerShell
     wl_display* display = nullptr;
     zwlr_layer_shell_v1* shell = nullptr;
     zwp_relative_pointer_manager_v1* relativePointers = nullptr; ///< may be missing
+    WaylandSeat* seat = nullptr;                                 ///< may be missing
 };
 
 /// The compositor's layer shell, or null where there is none: on other window systems, and where

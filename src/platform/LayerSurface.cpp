@@ -1,14 +1,23 @@
 #include "platform/LayerSurface.h"
 
 #include "platform/LayerShell.h"
+#include "platform/WaylandSeat.h"
 
 #include <QGuiApplication>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <qpa/qplatformnativeinterface.h>
+#include <qpa/qplatformscreen.h>
+#include <qpa/qwindowsysteminterface.h>
 
+#include <algorithm>
+#include <chrono>
+#include <unistd.h>
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -20,9 +29,13 @@ constexpr uint32_t knowsOnDemandSince = 4;
 
 /// How often the compositor may answer something else before it answers the question of a place.
 constexpr int mostRoundTrips = 20;
+constexpr auto retryAfter = 500ms;
 
+/// Null for the screen that Qt invents while there is none.
 wl_output* outputOf(const QScreen& screen)
 {
+    if (screen.handle()->isPlaceholder())
+        return nullptr;
     return static_cast<wl_output*>(
         QGuiApplication::platformNativeInterface()->nativeResourceForScreen(
             "output", const_cast<QScreen*>(&screen)));
@@ -40,7 +53,7 @@ LayerSurface::LayerSurface(QWidget& window)
     : QObject(&window)
     , m_window(window)
 {
-    window.setWindowFlag(Qt::BypassWindowManagerHint);
+    window.overrideWindowFlags(window.windowFlags() | Qt::BypassWindowManagerHint);
     window.installEventFilter(this);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &LayerSurface::focusChanged);
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &LayerSurface::adapt,
@@ -63,20 +76,22 @@ bool LayerSurface::eventFilter(QObject* object, QEvent* event)
 {
     switch (event->type()) {
     case QEvent::Show:
-        attach();
+        if (!event->spontaneous()) // as when its screen is another one
+            attach();
         break;
     case QEvent::Close:
         detach();
         break;
     case QEvent::Hide:
         detach();
-        // A surface has one role for its life; the next show needs another one.
+        // The next show needs another one.
         m_window.windowHandle()->destroy();
+        m_surface = nullptr;
         break;
     case QEvent::Move:
-        if (m_window.pos().isNull()) // Qt has lost it.
+        if (m_isPlaced && m_window.pos() != m_topLeft)
             QMetaObject::invokeMethod(this, &LayerSurface::tellToolkit, Qt::QueuedConnection);
-        else
+        else if (!m_window.pos().isNull())
             m_topLeft = m_window.pos();
         adapt();
         break;
@@ -107,19 +122,35 @@ void LayerSurface::moveTo(QPoint topLeft)
     adapt();
 }
 
+/// Qt takes the place inside a window for that on the screen when it shows a tool tip for it.
+QPoint LayerSurface::placeBesideOwner() const
+{
+    const QWidget* parent = m_window.parentWidget();
+    const LayerSurface* owner = parent ? of(*parent->window()) : nullptr;
+    if (!owner)
+        return m_window.pos();
+    const QPoint place = m_window.pos() + owner->m_topLeft - owner->m_window.mapToGlobal(QPoint());
+    const QRect screen = owner->wantedScreen()->geometry();
+    return {std::min(place.x(), screen.x() + screen.width() - m_window.width()),
+            std::min(place.y(), screen.y() + screen.height() - m_window.height())};
+}
+
 void LayerSurface::tellToolkit()
 {
-    // A window that is moved just before its first picture never gets to paint it.
-    if (m_window.windowHandle() && m_window.windowHandle()->isVisible())
-        m_window.move(m_topLeft);
+    m_window.move(m_topLeft);
 }
 
 void LayerSurface::attach()
 {
     if (m_role)
         return;
+    if (m_surface) {
+        // A surface that had a picture gets no role. Qt shows it for another screen, say.
+        QMetaObject::invokeMethod(this, &LayerSurface::showAnew, Qt::QueuedConnection);
+        return;
+    }
     if (!m_isPlaced)
-        m_topLeft = m_window.pos();
+        m_topLeft = placeBesideOwner();
     QWindow* window = m_window.windowHandle();
     window->setFlag(Qt::BypassWindowManagerHint);
     window->create();
@@ -154,14 +185,33 @@ void LayerSurface::attach()
     m_isConfigured = false;
     for (int i = 0; i < mostRoundTrips && m_role && !m_isConfigured; ++i)
         wl_display_roundtrip(shell.display);
-    QMetaObject::invokeMethod(this, &LayerSurface::tellToolkit, Qt::QueuedConnection);
+    if (!m_isConfigured) {
+        // As while a screen comes up. A picture now would be the end of the connection.
+        detach();
+        QTimer::singleShot(retryAfter, this, &LayerSurface::adapt);
+    }
+    QMetaObject::invokeMethod(this, &LayerSurface::settle, Qt::QueuedConnection);
+}
+
+void LayerSurface::settle()
+{
+    QWindow* window = m_window.windowHandle();
+    if (!window || !window->isVisible())
+        return;
+    tellToolkit();
+    // A window without a role that Qt knows, and that got its geometry before it was shown, is
+    // never told to paint.
+    if (!window->isExposed())
+        QWindowSystemInterface::handleExposeEvent(window, QRect(QPoint(), m_window.size()));
 }
 
 void LayerSurface::detach()
 {
     if (!m_role)
         return;
-    m_hasKeyboard = false;
+    if (m_keyboard)
+        wl_keyboard_destroy(m_keyboard);
+    m_keyboard = nullptr;
     zwlr_layer_surface_v1_destroy(m_role);
     m_role = nullptr;
     wl_display_flush(layerShell()->display);
@@ -199,8 +249,33 @@ void LayerSurface::showAnew()
 
 void LayerSurface::takeKeyboard()
 {
-    if (m_role && zwlr_layer_surface_v1_get_version(m_role) >= knowsOnDemandSince)
-        setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE);
+    if (!m_role || m_keyboard || !layerShell()->seat ||
+        zwlr_layer_surface_v1_get_version(m_role) < knowsOnDemandSince)
+        return;
+    m_keyboard = layerShell()->seat->keyboard();
+    if (!m_keyboard)
+        return;
+    listenForLoss();
+    setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE);
+}
+
+/// Some compositors give it to another window on a click, and back at once: Qt does not notice.
+void LayerSurface::listenForLoss()
+{
+    static constexpr wl_keyboard_listener listener{
+        .keymap = [](void*, wl_keyboard*, uint32_t, int32_t fd, uint32_t) { ::close(fd); },
+        .enter = [](void*, wl_keyboard*, uint32_t, wl_surface*, wl_array*) {},
+        .leave =
+            [](void* self, wl_keyboard*, uint32_t, wl_surface* left) {
+                auto* surface = static_cast<LayerSurface*>(self);
+                if (left == surface->m_surface)
+                    surface->keyboardLost();
+            },
+        .key = [](void*, wl_keyboard*, uint32_t, uint32_t, uint32_t, uint32_t) {},
+        .modifiers = [](void*, wl_keyboard*, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t) {},
+        .repeat_info = [](void*, wl_keyboard*, int32_t, int32_t) {},
+    };
+    wl_keyboard_add_listener(m_keyboard, &listener, this);
 }
 
 void LayerSurface::setKeyboard(uint32_t interactivity)
@@ -212,19 +287,19 @@ void LayerSurface::setKeyboard(uint32_t interactivity)
 
 void LayerSurface::focusChanged(const QWindow* focused)
 {
-    const bool hasKeyboard = focused && focused == m_window.windowHandle();
-    if (!m_role || hasKeyboard == m_hasKeyboard)
-        return;
-    m_hasKeyboard = hasKeyboard;
-    if (hasKeyboard) {
-        // Taken; from now on the user may give it to another window.
+    // Taken; from now on the user may give it to another window.
+    if (m_role && m_keyboard && focused && focused == m_window.windowHandle())
         setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND);
-    } else {
-        // A click does not bring it back.
-        setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
-        if (m_window.windowType() == Qt::Popup)
-            m_window.close();
-    }
+}
+
+void LayerSurface::keyboardLost()
+{
+    wl_keyboard_destroy(m_keyboard);
+    m_keyboard = nullptr;
+    // A click does not bring it back.
+    setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
+    if (m_window.windowType() == Qt::Popup)
+        QMetaObject::invokeMethod(&m_window, &QWidget::close, Qt::QueuedConnection);
 }
 
 QRect freeArea(const QScreen& screen)

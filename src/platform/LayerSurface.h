@@ -8,6 +8,7 @@
 #include <cstdint>
 
 class QWidget;
+struct wl_keyboard;
 struct wl_surface;
 struct zwlr_layer_surface_v1;
 
@@ -27,7 +28,7 @@ public:
     /// The surface of a window, or null.
     static LayerSurface* of(const QWidget& window);
 
-    /// The place of the top left corner. Without it, the window stays where it is first shown.
+    /// The place of the top left corner. Before the first call, Qt's own idea of it holds.
     void moveTo(QPoint topLeft);
     QPoint topLeft() const { return m_topLeft; }
 
@@ -44,10 +45,14 @@ private:
     void attach();
     void adapt();
     void tellToolkit();
+    void settle();
     void commitPlace();
     void showAnew();
     void setKeyboard(uint32_t interactivity);
+    void listenForLoss();
     void focusChanged(const QWindow* focused);
+    void keyboardLost();
+    QPoint placeBesideOwner() const;
     QScreen* wantedScreen() const;
 
     QWidget& m_window;
@@ -57,7 +62,7 @@ private:
     zwlr_layer_surface_v1* m_role = nullptr;
     wl_surface* m_surface = nullptr;
     bool m_isConfigured = false;
-    bool m_hasKeyboard = false;
+    wl_keyboard* m_keyboard = nullptr; ///< while it is taken
 };
 
 /// The part of a screen that panels leave free, as compositors tell it: its size only, so that its

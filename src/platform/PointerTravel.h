@@ -5,26 +5,34 @@
 
 #include <memory>
 
+struct wl_pointer;
 struct zwp_relative_pointer_v1;
 
-/// How far the pointer goes, where the window system does not tell where on the screen it is:
-/// places inside a window that moves with the pointer say nothing.
+/// How far the pointer has gone with its left button down, where the window system does not tell
+/// where on the screen it is: places inside a window that moves with the pointer say nothing.
 class PointerTravel : public QObject
 {
     Q_OBJECT
 
 public:
-    /// From now on. Null where places on the screen can be trusted, or nothing is told at all.
-    static std::unique_ptr<PointerTravel> begin();
+    /// Null where places on the screen can be trusted, or nothing is told at all.
+    static std::unique_ptr<PointerTravel> watch();
     ~PointerTravel() override;
 
+    /// From the last press to now, or to the release of the button; in logical pixels.
+    QPointF distance() const { return m_distance; }
+
 Q_SIGNALS:
-    /// Since it began; in logical pixels.
-    void travelled(QPointF distance);
+    void travelled();
 
 private:
-    explicit PointerTravel(zwp_relative_pointer_v1* pointer);
+    PointerTravel();
+    void listen();
 
-    zwp_relative_pointer_v1* m_pointer;
+    /// The compositor's word on buttons, in one order with that on ways. Null before there is a
+    /// mouse.
+    wl_pointer* m_pointer = nullptr;
+    zwp_relative_pointer_v1* m_relative = nullptr;
     QPointF m_distance;
+    bool m_isPressed = false;
 };

@@ -5,8 +5,10 @@
 namespace {
 
 constexpr QSize full{250, 320};
-const QList<QRect> oneScreen{{0, 0, 1920, 1080}};
-const QList<QRect> twoScreens{{0, 0, 1920, 1080}, {1920, 0, 1280, 1024}};
+const ScreenPlace left{QStringLiteral("left"), {0, 0, 1920, 1080}};
+const ScreenPlace right{QStringLiteral("right"), {1920, 0, 1280, 1024}};
+const QList<ScreenPlace> oneScreen{left};
+const QList<ScreenPlace> twoScreens{left, right};
 
 } // namespace
 
@@ -15,8 +17,39 @@ TEST(FramePositionTest, aPositionIsTheSameAfterItWasWrittenAndRead)
     for (const FramePosition& position :
          {FramePosition{{1646, 24}, QStringLiteral("HDMI-1")},
           FramePosition{{-1280, -7}, QStringLiteral("Screen with spaces")},
-          FramePosition{{0, 0}, QString()}})
+          FramePosition{{0, 0}, QString()},
+          FramePosition{{2000, 24}, QStringLiteral("DP-1"), {1920, 0}},
+          FramePosition{{-1280, -7}, QStringLiteral("two words"), {-1920, -500}}})
         EXPECT_EQ(framePositionFromText(toText(position)), position);
+}
+
+TEST(FramePositionTest, theTextOfTheFirstScreenIsPlain)
+{
+    EXPECT_EQ(toText({{1646, 24}, QStringLiteral("HDMI-1")}), QStringLiteral("1646 24 HDMI-1"));
+    EXPECT_EQ(toText({{3566, 24}, QStringLiteral("DP-1"), {1920, 0}}),
+              QStringLiteral("3566 24 DP-1 @1920:0"));
+}
+
+TEST(FramePositionTest, whatCannotBeReadOfAScreensPlaceIsTheFirstScreens)
+{
+    for (const char* text : {"10 20 name @", "10 20 name @1", "10 20 name @a,b",
+                             "10 20 name @1,2,3", "10 20 name @99999:0"})
+        EXPECT_EQ(framePositionFromText(QString::fromLatin1(text)),
+                  FramePosition({10, 20}, QStringLiteral("name"), {}))
+            << text;
+    EXPECT_EQ(framePositionFromText(QStringLiteral("10 20 @1:2")),
+              FramePosition({10, 20}, QStringLiteral("@1:2"), {}));
+}
+
+TEST(FramePositionTest, aPositionMovesAlongWithItsScreen)
+{
+    const FramePosition onRight{{2000, 100}, right.name, right.geometry.topLeft()};
+    EXPECT_EQ(topLeftOn(onRight, twoScreens), QPoint(2000, 100));
+    const QList<ScreenPlace> swapped{{right.name, {0, 0, 1280, 1024}},
+                                     {left.name, {1280, 0, 1920, 1080}}};
+    EXPECT_EQ(topLeftOn(onRight, swapped), QPoint(80, 100));
+    EXPECT_EQ(topLeftOn({{500, 100}, left.name, {}}, swapped), QPoint(1780, 100));
+    EXPECT_EQ(topLeftOn(onRight, oneScreen), QPoint(2000, 100)) << "its screen is gone";
 }
 
 TEST(FramePositionTest, aTextOfAnotherFormIsNoPosition)
@@ -49,7 +82,7 @@ TEST(FramePositionTest, aPlaceOnNoScreenIsBroughtBackToTheNearest)
 
 TEST(FramePositionTest, onAScreenThatIsTooSmallTheTopLeftCornerShows)
 {
-    EXPECT_EQ(broughtBack({5000, 5000}, full, {{0, 0, 200, 100}}), QPoint(0, 0));
+    EXPECT_EQ(broughtBack({5000, 5000}, full, {{QString(), {0, 0, 200, 100}}}), QPoint(0, 0));
 }
 
 TEST(FramePositionTest, withoutAScreenThePlaceIsKept)

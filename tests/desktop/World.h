@@ -26,6 +26,8 @@ public:
         m_environment.insert(name, value);
     }
 
+    void unsetVariable(const QString& name) { m_environment.remove(name); }
+
     /// Starts a program in this world. It belongs to the world.
     QProcess& start(const QString& program, const QStringList& arguments = {});
 
