@@ -7,6 +7,7 @@
 #include "widget/DoneButton.h"
 #include "widget/PhaseGlyph.h"
 #include "widget/ProgressRing.h"
+#include "widget/WidgetAccessible.h"
 #include "widget/WidgetGeometry.h"
 #include "widget/WidgetPainter.h"
 
@@ -68,6 +69,7 @@ WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameS
     , m_frames(frames)
     , m_forceHover(forceHover)
     , m_motion(readModel(), frames.now())
+    , m_milestone(milestoneOf(engine))
     , m_fullControls(new ControlRow(engine, actions, false, this))
     , m_capsule(new DoneButton(DoneButton::Form::capsule, this))
     , m_checkMark(new DoneButton(DoneButton::Form::checkMark, this))
@@ -88,6 +90,7 @@ WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameS
     for (QWidget* control : findChildren<QWidget*>())
         control->setMouseTracking(true);
     setFocusPolicy(Qt::TabFocus);
+    installWidgetAccessibility();
     resize(preferredSize(engine.compactMode()));
     showControls(frames.now());
 
@@ -141,6 +144,9 @@ WidgetModel WidgetView::readModel() const
 
 void WidgetView::reread()
 {
+    const Milestone milestone = milestoneOf(m_engine);
+    if (std::exchange(m_milestone, milestone) != milestone)
+        announceState(*this);
     const WidgetModel next = readModel();
     const WidgetModel last = m_motion.model;
     if (next == last)
@@ -462,6 +468,6 @@ void WidgetView::keyPressEvent(QKeyEvent* event)
 
 void WidgetView::tap()
 {
-    if (m_engine.state() == TimerEngine::State::complete)
+    if (canBeTapped())
         m_engine.advance(false);
 }

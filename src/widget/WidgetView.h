@@ -2,6 +2,7 @@
 
 #include "paint/DevicePatch.h"
 #include "widget/FrameSource.h"
+#include "widget/SpokenState.h"
 #include "widget/WidgetActions.h"
 #include "widget/WidgetMotion.h"
 
@@ -45,6 +46,13 @@ public:
 
     QSize sizeHint() const override;
 
+    /// The state of the timer, as it is read out.
+    QString spokenState() const { return ::spokenState(m_engine); }
+
+    /// A complete phase goes on to the next one by a tap on the card; others do not.
+    bool canBeTapped() const { return m_engine.state() == TimerEngine::State::complete; }
+    void tap();
+
     /// The edge of the card; around its corners nothing is clicked.
     QPainterPath outline() const;
 
@@ -86,7 +94,6 @@ private:
     void paintFocus(QPainter& painter);
     bool isExposed() const;
     bool presentFrame(Instant now);
-    void tap();
 
     TimerEngine& m_engine;
     FrameSource& m_frames;
@@ -96,6 +103,7 @@ private:
     bool m_keyboardInControls = false;
 
     WidgetMotion m_motion;
+    Milestone m_milestone;         ///< that was last told of
     bool m_changing = false;       ///< as of the last frame
     bool m_controlsFading = false; ///< as of the last frame
     double m_paintedProgress = 0;  ///< of the arc on the screen

@@ -37,6 +37,11 @@ protected:
         return names;
     }
 
+    std::string spoken() const
+    {
+        return QAccessible::queryAccessibleInterface(view)->text(QAccessible::Name).toStdString();
+    }
+
     /// Has assistive technology press the button of this name.
     void pressByName(const std::string& name)
     {
@@ -125,6 +130,76 @@ TEST_F(WidgetAccessibilityTest, everyButtonCanBePressed)
     pressByName(words::done);
     EXPECT_TRUE(waitUntil([this] { return engine.phase() == Phase::sitting; }));
     EXPECT_EQ(sound.played, QStringList{QStringLiteral("Funk")});
+}
+
+TEST_F(WidgetAccessibilityTest, theStateIsTheNameOfTheWidget)
+{
+    show();
+    EXPECT_EQ(spoken(), "Deep Work, 40 minutes left, running");
+    clock.pass(1);
+    EXPECT_EQ(spoken(), "Deep Work, 40 minutes left, running") << "a part of a minute is one";
+    clock.pass(60);
+    EXPECT_EQ(spoken(), "Deep Work, 39 minutes left, running");
+    engine.togglePause();
+    EXPECT_EQ(spoken(), "Deep Work, 39 minutes left, paused");
+    engine.togglePause();
+    clock.pass(38 * 60);
+    EXPECT_EQ(spoken(), "Deep Work, 1 minute left, running");
+    clock.pass(60);
+    EXPECT_EQ(spoken(), "Deep Work, done");
+    engine.advance(false);
+    EXPECT_EQ(spoken(), "Stand Up, 15 minutes left, running");
+    engine.advance(false);
+    EXPECT_EQ(spoken(), "Push-Ups, 50 repetitions to do");
+    engine.pushupCount = 1;
+    EXPECT_EQ(spoken(), "Push-Ups, 1 repetition to do");
+}
+
+TEST_F(WidgetAccessibilityTest, onlyACompletePhaseCanBeTapped)
+{
+    show();
+    QAccessibleActionInterface* itsActions =
+        QAccessible::queryAccessibleInterface(view)->actionInterface();
+    const QString press = QAccessibleActionInterface::pressAction();
+    EXPECT_FALSE(itsActions->actionNames().contains(press));
+    itsActions->doAction(press);
+    EXPECT_EQ(engine.phase(), Phase::sitting);
+    reach(Phase::sitting, State::complete);
+    EXPECT_TRUE(itsActions->actionNames().contains(press));
+    itsActions->doAction(press);
+    EXPECT_EQ(engine.phase(), Phase::standing);
+}
+
+TEST_F(WidgetAccessibilityTest, milestonesAreAnnouncedAndSecondsAreNot)
+{
+    static int announced;
+    announced = 0;
+    const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+        announced += event->type() == QAccessible::NameChanged &&
+                     qobject_cast<WidgetView*>(event->object()) != nullptr;
+    });
+    show();
+    const auto announcedIn = [this](double seconds) {
+        announced = 0;
+        for (double passed = 0; passed < seconds; passed += 0.5) {
+            clock.pass(0.5);
+            deliver();
+        }
+        return announced;
+    };
+    EXPECT_EQ(announcedIn(35 * 60 - 1), 0);
+    EXPECT_EQ(announcedIn(2), 1) << "five minutes left";
+    EXPECT_EQ(announcedIn(4 * 60 - 3), 0);
+    EXPECT_EQ(announcedIn(3), 1) << "one minute left";
+    EXPECT_EQ(announcedIn(57), 0);
+    EXPECT_EQ(announcedIn(3), 1) << "done";
+    engine.advance(false);
+    EXPECT_EQ(announcedIn(1), 1) << "the next phase";
+    engine.togglePause();
+    EXPECT_EQ(announcedIn(5), 1) << "paused";
+    engine.togglePause();
+    EXPECT_EQ(announcedIn(5), 1) << "resumed";
+    QAccessible::installUpdateHandler(before);
 }
 
 TEST_F(WidgetAccessibilityTest, everyRoundButtonHasAToolTipOfItsName)
