@@ -144,6 +144,7 @@ void AppDelegate::setUpStatusItem()
     connect(m_panel.get(), &QWidget::customContextMenuRequested, this,
             [this](QPoint at) { m_menu->popup(m_panel->topLeft() + at); });
 
+    menuWillOpen();
     m_statusItem = std::make_unique<StatusItem>(
         *m_menu, [this] { return drawStatusIcon(statusIconOf(m_engine)); });
 }
@@ -169,6 +170,7 @@ void AppDelegate::updateStatusItem()
         return;
     m_shownIcon = icon;
     m_statusItem->redrawIcon();
+    m_statusItem->refreshMenu();
 }
 
 void AppDelegate::activateAction(const QString& name)

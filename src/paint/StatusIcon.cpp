@@ -98,7 +98,7 @@ QImage drawStatusIcon(const StatusIcon& icon, int side)
 QList<QImage> drawStatusIcon(const StatusIcon& icon)
 {
     QList<QImage> sizes;
-    for (const int side : {22, 24, 32, 44, 48})
+    for (const int side : {22, 24, 44, 48})
         sizes.append(drawStatusIcon(icon, side));
     return sizes;
 }

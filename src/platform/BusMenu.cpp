@@ -4,6 +4,10 @@
 #include <QDBusError>
 #include <QMenu>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr int rootId = 0;
@@ -39,6 +43,9 @@ QVariantMap propertiesOf(const QAction& action)
 BusMenu::BusMenu(QMenu& menu)
     : m_menu(menu)
 {
+    m_openAtMost.setSingleShot(true);
+    m_openAtMost.setInterval(1min);
+    connect(&m_openAtMost, &QTimer::timeout, this, [this] { Q_EMIT shown(false); });
     for (int id = rootId; id <= menu.actions().size(); ++id)
         m_shown.append(current(id));
 }
@@ -50,7 +57,7 @@ QVariantMap BusMenu::current(int id) const
     return propertiesOf(*m_menu.actions().at(id - 1));
 }
 
-QVariantMap BusMenu::shown(int id, const QStringList& propertyNames) const
+QVariantMap BusMenu::told(int id, const QStringList& propertyNames) const
 {
     QVariantMap properties = m_shown.at(id);
     if (propertyNames.isEmpty())
@@ -79,6 +86,12 @@ bool BusMenu::refresh()
     return true;
 }
 
+void BusMenu::refreshUnlessOpen()
+{
+    if (!m_openAtMost.isActive() && !m_menu.isVisible())
+        refresh();
+}
+
 uint BusMenu::GetLayout(int parentId, int recursionDepth, const QStringList& propertyNames,
                         BusMenuLayout& layout)
 {
@@ -86,10 +99,10 @@ uint BusMenu::GetLayout(int parentId, int recursionDepth, const QStringList& pro
         sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("No such item"));
         return 0;
     }
-    layout = {parentId, shown(parentId, propertyNames), {}};
+    layout = {parentId, told(parentId, propertyNames), {}};
     if (parentId == rootId && recursionDepth != 0) {
         for (int id = rootId + 1; id < m_shown.size(); ++id)
-            layout.children.append({id, shown(id, propertyNames), {}});
+            layout.children.append({id, told(id, propertyNames), {}});
     }
     return m_revision;
 }
@@ -100,7 +113,7 @@ QList<BusMenuItem> BusMenu::GetGroupProperties(const QList<int>& ids,
     QList<BusMenuItem> items;
     for (int id = rootId; id < m_shown.size(); ++id) {
         if (ids.isEmpty() || ids.contains(id))
-            items.append({id, shown(id, propertyNames)});
+            items.append({id, told(id, propertyNames)});
     }
     return items;
 }
@@ -118,6 +131,14 @@ bool BusMenu::handle(int id, const QString& eventId)
 {
     if (!isItem(id))
         return false;
+    if (id == rootId && eventId == QStringLiteral("opened")) {
+        m_openAtMost.start();
+        Q_EMIT shown(true);
+    } else if (eventId == QStringLiteral("clicked") ||
+               (id == rootId && eventId == QStringLiteral("closed"))) {
+        m_openAtMost.stop();
+        Q_EMIT shown(false);
+    }
     if (id == rootId || eventId != QStringLiteral("clicked"))
         return true;
     QAction* action = m_menu.actions().at(id - 1);

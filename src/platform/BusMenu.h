@@ -4,6 +4,7 @@
 
 #include <QDBusContext>
 #include <QObject>
+#include <QTimer>
 
 class QAction;
 class QMenu;
@@ -25,6 +26,9 @@ public:
     /// `menu` has all its actions, and outlives this object.
     explicit BusMenu(QMenu& menu);
 
+    /// Brings the texts up to date, unless the tray shows them just now.
+    void refreshUnlessOpen();
+
     uint version() const { return 3; }
     QString status() const { return QStringLiteral("normal"); }
     QString textDirection() const { return QStringLiteral("ltr"); }
@@ -44,6 +48,10 @@ public:
                                                          QList<int>& idErrors);
 
 Q_SIGNALS:
+    /// The tray shows the menu now, or no longer, as far as it tells; at most for a minute, since
+    /// not all tell of the end.
+    void shown(bool isOpen);
+
     Q_SCRIPTABLE void ItemsPropertiesUpdated(const QList<BusMenuItem>& updatedProps,
                                              const QList<BusMenuItemKeys>& removedProps);
     Q_SCRIPTABLE void LayoutUpdated(uint revision, int parent);
@@ -52,11 +60,12 @@ Q_SIGNALS:
 private:
     bool isItem(int id) const { return id >= 0 && id < m_shown.size(); }
     QVariantMap current(int id) const;
-    QVariantMap shown(int id, const QStringList& propertyNames) const;
+    QVariantMap told(int id, const QStringList& propertyNames) const;
     bool handle(int id, const QString& eventId);
     bool refresh();
 
     QMenu& m_menu;
+    QTimer m_openAtMost;
     uint m_revision = 1;
     QList<QVariantMap> m_shown; ///< by item, what the tray was told last; item 0 is the menu
 };

@@ -5,6 +5,7 @@
 #include "platform/LayerSurface.h"
 
 #include <QAbstractNativeEventFilter>
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QImage>
 #include <QMouseEvent>
@@ -68,10 +69,11 @@ struct Atoms
             "WM_PROTOCOLS",
             "WM_TAKE_FOCUS",
             "_NET_WM_CM_S0",
+            "_NET_CURRENT_DESKTOP",
         };
         const std::array values{
-            &desktop,          &state,     &above,     &sticky,    &skipTaskbar, &skipPager,
-            &demandsAttention, &protocols, &takeFocus, &compositor};
+            &desktop,          &state,     &above,     &sticky,     &skipTaskbar,   &skipPager,
+            &demandsAttention, &protocols, &takeFocus, &compositor, &currentDesktop};
         // All questions first, so that the answers come in one round trip.
         std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -94,6 +96,7 @@ struct Atoms
     xcb_atom_t protocols = XCB_ATOM_NONE;
     xcb_atom_t takeFocus = XCB_ATOM_NONE;
     xcb_atom_t compositor = XCB_ATOM_NONE;
+    xcb_atom_t currentDesktop = XCB_ATOM_NONE;
 };
 
 const Atoms& atoms(xcb_connection_t* connection)
@@ -133,8 +136,9 @@ void focus(const QWidget& window, xcb_timestamp_t at)
     xcb_flush(connection);
 }
 
-/// A window manager offers the keyboard to a floating window when it is clicked, and when the user
-/// asks for the window by other means, as a key binding. Only the second is taken.
+/// A window manager offers the keyboard to a floating window when it is clicked, when the user goes
+/// to another desktop, and when the user asks for the window by other means, as a key binding. Only
+/// the last is taken.
 class FocusOffers : public QObject, public QAbstractNativeEventFilter
 {
 public:
@@ -157,21 +161,37 @@ public:
 
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override
     {
-        const auto* event = static_cast<const xcb_client_message_event_t*>(message);
-        if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE ||
-            event->window != m_window.internalWinId())
-            return false;
-        const Atoms& atom = atoms(x11Connection());
-        if (event->type == atom.protocols && event->data.data32[0] == atom.takeFocus) {
-            // The click that it may be about can come after it.
-            QTimer::singleShot(clickComesWithin, this,
-                               [this, offeredAt = event->data.data32[1]] { take(offeredAt); });
+        const auto* event = static_cast<const xcb_generic_event_t*>(message);
+        switch (event->response_type & 0x7F) {
+        case XCB_CLIENT_MESSAGE:
+            receive(*reinterpret_cast<const xcb_client_message_event_t*>(event));
+            break;
+        case XCB_PROPERTY_NOTIFY:
+            if (reinterpret_cast<const xcb_property_notify_event_t*>(event)->atom ==
+                atoms(x11Connection()).currentDesktop)
+                m_desktopChange.setRemainingTime(desktopSettlesWithin);
+            break;
         }
         return false;
     }
 
 private:
     static constexpr std::chrono::milliseconds clickComesWithin{100};
+    static constexpr std::chrono::milliseconds desktopSettlesWithin{500};
+
+    /// Some window managers give the time of the click, some one near it, before or after.
+    static constexpr qint64 offerIsNear = 20;
+
+    void receive(const xcb_client_message_event_t& event)
+    {
+        const Atoms& atom = atoms(x11Connection());
+        if (event.window != m_window.internalWinId() || event.type != atom.protocols ||
+            event.data.data32[0] != atom.takeFocus)
+            return;
+        // The click, or the change of the desktop, that it may be about can come after it.
+        QTimer::singleShot(clickComesWithin, this,
+                           [this, offeredAt = event.data.data32[1]] { take(offeredAt); });
+    }
 
     void rememberClick(quint64 time)
     {
@@ -182,8 +202,11 @@ private:
     void take(xcb_timestamp_t offeredAt)
     {
         const bool isAboutClick =
-            std::find(m_clicks.begin(), m_clicks.end(), offeredAt) != m_clicks.end();
-        if (!isAboutClick && m_window.isVisible())
+            std::any_of(m_clicks.begin(), m_clicks.end(), [offeredAt](quint64 click) {
+                return std::abs(static_cast<qint64>(offeredAt) - static_cast<qint64>(click)) <=
+                       offerIsNear;
+            });
+        if (!isAboutClick && m_desktopChange.hasExpired() && m_window.isVisible())
             focus(m_window, offeredAt);
     }
 
@@ -191,6 +214,7 @@ private:
     /// When the last clicks began, by the clock of the X server, in milliseconds; more of them than
     /// there are while an offer waits.
     std::array<quint64, 8> m_clicks{};
+    QDeadlineTimer m_desktopChange{0}; ///< runs while its consequences may come
 };
 
 } // namespace

@@ -87,6 +87,7 @@ void StatusItem::useBus(QDBusConnection bus)
     registerStatusNotifierTypes();
     registerBusMenuTypes();
     m_busMenu = std::make_unique<BusMenu>(m_menu);
+    connect(m_busMenu.get(), &BusMenu::shown, &m_item, &StatusNotifierItem::setMenuOpen);
     constexpr auto exported = QDBusConnection::ExportAllProperties |
                               QDBusConnection::ExportScriptableInvokables |
                               QDBusConnection::ExportScriptableSignals;
@@ -156,6 +157,12 @@ void StatusItem::setTitle(const QString& title)
     m_item.setTitle(title);
     if (m_xembed)
         m_xembed->setTitle(title);
+}
+
+void StatusItem::refreshMenu()
+{
+    if (m_busMenu && m_busHasTray)
+        m_busMenu->refreshUnlessOpen();
 }
 
 void StatusItem::busIsGone()

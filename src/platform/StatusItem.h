@@ -40,6 +40,10 @@ public:
     /// To be called when the icon would look different.
     void redrawIcon();
 
+    /// To be called when the menu would say something else. Some trays measure it before they ask
+    /// what it says, so they are told before it opens; while it is open it stays as it is.
+    void refreshMenu();
+
 private:
     void useBus(QDBusConnection bus);
     void useTrayOf(const QString& watcherOwner);

@@ -20,9 +20,22 @@ void StatusNotifierItem::setTitle(const QString& title)
     if (title == m_title)
         return;
     m_title = title;
-    Q_EMIT NewTitle();
-    Q_EMIT NewToolTip();
+    announceTitle();
     Q_EMIT XAyatanaNewLabel(title, labelGuide());
+}
+
+void StatusNotifierItem::setMenuOpen(bool open)
+{
+    m_menuIsOpen = open;
+    announceTitle();
+}
+
+void StatusNotifierItem::announceTitle()
+{
+    if (m_menuIsOpen || m_announcedTitle == m_title)
+        return;
+    m_announcedTitle = m_title;
+    Q_EMIT NewTitle();
 }
 
 void StatusNotifierItem::setIcon(const QList<QImage>& sizes, const QString& file)

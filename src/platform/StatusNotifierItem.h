@@ -20,6 +20,7 @@ class StatusNotifierItem : public QObject
     Q_PROPERTY(QString IconThemePath READ none)
     Q_PROPERTY(QString IconName READ iconName)
     Q_PROPERTY(IconPixmaps IconPixmap READ iconPixmaps)
+    Q_PROPERTY(QString IconAccessibleDesc READ iconAccessibleDesc)
     Q_PROPERTY(QString OverlayIconName READ none)
     Q_PROPERTY(IconPixmaps OverlayIconPixmap READ noPixmaps)
     Q_PROPERTY(QString AttentionIconName READ none)
@@ -37,9 +38,13 @@ public:
 
     using QObject::QObject;
 
-    /// The text of the item, its label and its tool tip.
+    /// The text of the item and its label. Trays make it the tool tip too.
     QString title() const { return m_title; }
     void setTitle(const QString& title);
+
+    /// While the tray shows the menu, a new title would have some show its tool tip over the menu:
+    /// it is announced afterwards. The label is announced all the same.
+    void setMenuOpen(bool open);
 
     /// The icon in all the sizes that it is drawn in, and the same as a file for trays that take
     /// icons by name only (an empty path for none). The caller sees to it that it looks different.
@@ -51,7 +56,9 @@ public:
     int windowId() const { return 0; }
     QString iconName() const { return m_iconFile; }
     IconPixmaps iconPixmaps() const { return m_iconPixmaps; }
-    StatusToolTip toolTip() const { return {{}, {}, m_title, {}}; }
+    QString iconAccessibleDesc() const { return QStringLiteral("Vantora"); }
+    /// None of its own: a text of its own would have to be announced each second, as the title is.
+    StatusToolTip toolTip() const { return {}; }
     bool itemIsMenu() const { return true; }
     QDBusObjectPath menu() const { return QDBusObjectPath(QLatin1String(menuPath)); }
     /// The widest usual title: a tray that shows text keeps room for it, so that nothing jumps.
@@ -72,11 +79,14 @@ Q_SIGNALS:
 
     Q_SCRIPTABLE void NewTitle();
     Q_SCRIPTABLE void NewIcon();
-    Q_SCRIPTABLE void NewToolTip();
     Q_SCRIPTABLE void XAyatanaNewLabel(const QString& label, const QString& guide);
 
 private:
+    void announceTitle();
+
     QString m_title;
+    QString m_announcedTitle;
+    bool m_menuIsOpen = false;
     IconPixmaps m_iconPixmaps;
     QString m_iconFile;
 };
