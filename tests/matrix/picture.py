@@ -1,5 +1,6 @@
 """Pictures of the screen: where they differ, and where there is text."""
 
+import re
 import subprocess
 
 
@@ -45,6 +46,17 @@ class Picture:
         if not rows:
             return None
         return (min(columns), rows[0], max(columns) - min(columns) + 1, rows[-1] - rows[0] + 1)
+
+    def dark_box(self, brightest):
+        """The box around all rows of at least 30 pixels that are no brighter than this grey; None
+        without any."""
+        dark = re.compile(b"[" + re.escape(bytes(range(brightest + 1))) + b"]{30,}")
+        found = [(y, run.start(), run.end()) for y in range(self.height)
+                 for run in dark.finditer(self.row(y))]
+        if not found:
+            return None
+        rows, left, right = [f[0] for f in found], min(f[1] for f in found), max(f[2] for f in found)
+        return (left, rows[0], right - left, rows[-1] - rows[0] + 1)
 
     def text_lines(self, box):
         """The (top, bottom) of each line of text in a box with one background to each line."""

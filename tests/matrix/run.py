@@ -11,11 +11,11 @@ import sys
 import traceback
 from pathlib import Path
 
-from hosts import window_managers
-from hosts.gnome import GnomeTray, GnomeWindows
+from hosts import gnome, window_managers
 from hosts.lxqt import Lxqt
 from hosts.mate import MateIndicators, MateNotificationArea
 from hosts.plasma import Plasma
+from hosts.sway import SwayWindows, Waybar
 from hosts.xembed import Tint2, Trayer
 from hosts.xfce import Xfce
 from outcome import Outcome
@@ -24,13 +24,23 @@ from table import table
 from world import World, adopt_orphans
 
 HOSTS = {host.name: host for host in (
-    *window_managers.ALL, GnomeWindows,
-    Xfce, Lxqt, MateNotificationArea, MateIndicators, Plasma, GnomeTray, Trayer, Tint2)}
+    *window_managers.ALL, gnome.GnomeWindows, gnome.GnomeWaylandWindows, SwayWindows,
+    Xfce, Lxqt, MateNotificationArea, MateIndicators, Plasma, gnome.GnomeTray,
+    gnome.GnomeWaylandTray, Waybar, Trayer, Tint2)}
 
 
 def version_of(package):
     return subprocess.run(["dpkg-query", "-W", "-f", "${Version}", package], capture_output=True,
                           text=True, check=False).stdout or "unknown"
+
+
+def show_together(folder, part, picture):
+    """One picture of all those in a folder, of a part of the screen or of all of it."""
+    pictures = sorted(folder.glob("[1-9]*.png"))
+    if pictures:
+        crop = ["-crop", part, "+repage"] if part else []
+        subprocess.run(["montage", *crop, *map(str, pictures), "-tile", "4x", "-geometry",
+                        "400x>+3+3", "-background", "#808080", str(picture)], check=True)
 
 
 def checked(behaviour, check):
@@ -50,7 +60,7 @@ def run(host, program_path, folder):
     result = {"host": host.name, "kind": host.kind, "version": version_of(host.package),
               "date": datetime.date.today().isoformat(), "cells": [], "reason": ""}
     print(f"{host.name} {result['version']}", flush=True)
-    with World(folder / "logs", host.user) as world:
+    with World(folder / "logs") as world:
         try:
             for behaviour, check in host().run(world, Program(world, program_path), folder):
                 result["cells"].append(checked(behaviour, check))
@@ -75,6 +85,7 @@ def main():
     options.output.mkdir(parents=True, exist_ok=True)
     for name in options.hosts or HOSTS:
         result = run(HOSTS[name], options.program.resolve(), options.output.resolve() / name)
+        show_together(options.output / name, HOSTS[name].part, options.output / f"{name}.png")
         (options.output / f"{name}.json").write_text(json.dumps(result, indent=1) + "\n")
     results = [json.loads((options.output / f"{name}.json").read_text())
                for name in HOSTS if (options.output / f"{name}.json").exists()]

@@ -7,6 +7,8 @@ from dataclasses import dataclass
 from picture import Picture
 from waiting import wait_until
 
+WIDEST_WIDGET = 250  # the program's other window is wider
+
 
 @dataclass(frozen=True)
 class Area:
@@ -57,8 +59,8 @@ class X11Screen:
         time.sleep(0.1)
         self._xdotool("mouseup", 1)
 
-    def key(self, name):
-        self._xdotool("key", name)
+    def keys(self, *names):
+        self._xdotool("key", *names)
 
     # --- windows ----------------------------------------------------------------------------
 
@@ -85,6 +87,12 @@ class X11Screen:
     def focused(self):
         return int(self._xdotool("getwindowfocus", "-f") or 0)
 
+    def work_area(self):
+        return Area(*self.numbers("_NET_WORKAREA")[:4])
+
+    def widget(self):
+        return self.shown("Vantora", WIDEST_WIDGET)
+
     def states(self, window):
         return set(re.findall(r"_NET_WM_STATE_(\w+)", self.property(window, "_NET_WM_STATE")))
 
@@ -97,8 +105,8 @@ class X11Screen:
                   ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
         return Area(*(int(value.group(1)) for value in values)) if all(values) else None
 
-    def shown(self, title, widest=10_000):
-        """The uppermost window of this title on the screen, or None."""
+    def shown(self, title, widest):
+        """The uppermost window of this title on the screen that is no wider, or None."""
         for window in reversed(self.stack()):
             if self.property(window, "_NET_WM_NAME") == f'"{title}"':
                 area = self.area(window)
@@ -106,10 +114,10 @@ class X11Screen:
                     return window
         return None
 
-    def open_window(self, title, geometry):
+    def open_window(self, title, x, y):
         """Opens an ordinary window and gives it the focus."""
-        self._world.start("xterm", "-T", title, "-geometry", geometry, "-bg", "white", "-fg",
-                          "black", "-e", "sleep", "3600")
+        self._world.start("xterm", "-T", title, "-geometry", f"60x25+{x}+{y}", "-bg", "white",
+                          "-fg", "black", "-e", "sleep", "3600")
         # xterm names its window only the old way.
         window = wait_until(lambda: next(
             (w for w in self.stack()
@@ -127,8 +135,27 @@ class X11Screen:
     def raise_window(self, window):
         self._xdotool("windowraise", window)
 
-    def set_state(self, window, change, state):
-        self._world.run("wmctrl", "-i", "-r", hex(window), "-b", f"{change},{state}")
+    def make_full_screen(self, window, on):
+        """False when it does not become so."""
+        self._world.run("wmctrl", "-i", "-r", hex(window), "-b",
+                        f"{'add' if on else 'remove'},fullscreen")
+        return wait_until(lambda: (self.area(window).place == (0, 0)) == on, 3)
+
+    def is_out_of_task_bar(self, window):
+        return {"SKIP_TASKBAR", "SKIP_PAGER"} <= self.states(window)
+
+    def demands_attention(self, window):
+        return "DEMANDS_ATTENTION" in self.states(window)
+
+    def watch_focus(self, window):
+        return FocusWatch(self._world, window)
+
+    def ask_for_keyboard(self, widget, _program):
+        """As a key binding of the desktop does."""
+        self.activate(widget)
+
+    def has_keyboard(self, window):
+        return self.focused() == window
 
     def close(self, window):
         self._world.run("wmctrl", "-i", "-c", hex(window))

@@ -20,7 +20,8 @@ def section(title, results):
              "| | " + " | ".join(r["host"] for r in results) + " |",
              "|---" * (len(results) + 1) + "|",
              "| version | " + " | ".join(r["version"] for r in results) + " |",
-             "| run on | " + " | ".join(r["date"] for r in results) + " |"]
+             "| run on | " + " | ".join(r["date"] for r in results) + " |",
+             "| pictures | " + " | ".join(f"[all]({r['host']}.png)" for r in results) + " |"]
     for behaviour in behaviours:
         lines.append(f"| {behaviour} | " +
                      " | ".join(cell(result, behaviour) for result in results) + " |")

@@ -4,7 +4,7 @@ import time
 from contextlib import contextmanager
 
 from outcome import Outcome
-from screen import Area, FocusWatch
+from screen import Area
 from waiting import steady, wait_until
 
 FULL, COMPACT = (250, 320), (216, 76)
@@ -17,15 +17,19 @@ DRAG = (-413, 207)
 class WindowChecks:
     """One run: the checks build on one another, in the order of `all()`."""
 
-    def __init__(self, world, screen, program):
-        self.world, self.screen, self.program = world, screen, program
-        self.other = None
+    def __init__(self, screen, program):
+        self.screen, self.program = screen, program
+        self.other = None  # an ordinary window, and what is seen of its focus
         self.watch = None
 
     def all(self):
+        self.other = self.screen.open_window("other", 150, 300)
+        self.watch = self.screen.watch_focus(self.other)
+        time.sleep(0.5)
         yield "first place: 24 px from the corner of the work area", self.first_place
         yield "no focus taken: start", self.focus_at_start
         yield "no focus taken: click", self.focus_at_click
+        yield "clicks do not move it", self.clicks_do_not_move_it
         yield "no focus taken: drag", self.focus_at_drag
         yield "dragged exactly", self.dragged_exactly
         yield "no focus taken: hide and show", self.focus_at_hide_and_show
@@ -44,11 +48,14 @@ class WindowChecks:
     # --- what the checks share --------------------------------------------------------------
 
     def widget(self):
-        return self.screen.shown("Vantora", FULL[0])
+        return self.screen.widget()
 
     def area(self):
-        window = self.widget()
-        return self.screen.area(window) if window else None
+        widget = self.widget()
+        area = widget and self.screen.area(widget)
+        if not area:
+            raise RuntimeError("the widget is not on the screen")
+        return area
 
     def settled_area(self):
         wait_until(self.widget)
@@ -58,7 +65,7 @@ class WindowChecks:
         """Whether the dark card is what the screen shows at the widget's place."""
         area = self.area()
         picture = self.screen.picture(name)
-        return bool(area) and picture.grey(area.x + CARD[0], area.y + CARD[1]) < 110
+        return picture.grey(area.x + CARD[0], area.y + CARD[1]) < 110
 
     def hide(self):
         self.program.act("toggle-widget")
@@ -81,21 +88,18 @@ class WindowChecks:
             answer.append(f"the focus went {losses} times, and is with {self.describe(active)}")
 
     def describe(self, window):
-        return {self.other: "the other window", self.widget(): "the widget"}.get(
-            window, f"window {window:#x}")
+        return {self.other: "the other window", self.widget(): "the widget",
+                None: "no window", 0: "no window"}.get(window, f"window {window}")
 
     # --- the checks -------------------------------------------------------------------------
 
     def first_place(self):
-        self.other = self.screen.open_window("other", "60x15+150+300")
-        self.watch = FocusWatch(self.world, self.other)
-        time.sleep(0.5)
         self.start_answer = []
         with self.focus_kept(self.start_answer):
             self.program.start()
             area = self.settled_area()
-        work = self.screen.numbers("_NET_WORKAREA")[:4]
-        expected = Area(work[0] + work[2] - FULL[0] - INSET, work[1] + INSET, *FULL)
+        work = self.screen.work_area()
+        expected = Area(work.x + work.width - FULL[0] - INSET, work.y + INSET, *FULL)
         self.screen.picture("1-first-place")
         return Outcome.of(area == expected, f"at {area}, expected {expected}")
 
@@ -104,14 +108,18 @@ class WindowChecks:
 
     def focus_at_click(self):
         answer = []
+        self.before_clicks = area = self.settled_area()
         with self.focus_kept(answer):
-            area = self.area()
             # Whether a click takes it may be a matter of a millisecond.
             for _ in range(8):
                 self.screen.click(*area.center)
                 self.screen.click(area.x + 45, area.y + 240)
                 time.sleep(0.2)
         return Outcome.of(not answer, *answer)
+
+    def clicks_do_not_move_it(self):
+        after = self.settled_area()
+        return Outcome.of(after == self.before_clicks, f"at {after} after {self.before_clicks}")
 
     def focus_at_drag(self):
         answer = []
@@ -143,24 +151,19 @@ class WindowChecks:
 
     def above(self):
         area = self.area()
-        self.upper = self.screen.open_window("upper", f"60x30+{area.x - 60}+{area.y - 10}")
+        self.upper = self.screen.open_window("upper", area.x - 60, area.y - 10)
         self.screen.raise_window(self.upper)
         time.sleep(0.7)
-        top = self.screen.stack()[-1]
-        shown = self.shows_card("3-above")
-        return Outcome.of(shown and top == self.widget(),
-                          f"card shown: {shown}, on top: {self.describe(top)}")
+        return Outcome.of(self.shows_card("3-above"), "the other window covers it")
 
     def full_screen(self):
         self.screen.activate(self.upper)
-        self.screen.set_state(self.upper, "add", "fullscreen")
-        wait_until(lambda: self.screen.area(self.upper).place == (0, 0))
+        if not self.screen.make_full_screen(self.upper, True):
+            return Outcome.not_run("the other window did not become full-screen")
         time.sleep(1)
-        area, shown = self.screen.area(self.upper), self.shows_card("4-full-screen")
-        self.screen.set_state(self.upper, "remove", "fullscreen")
+        shown = self.shows_card("4-full-screen")
+        self.screen.make_full_screen(self.upper, False)
         time.sleep(1)
-        if area.place != (0, 0):
-            return Outcome.not_run(f"the other window did not become full-screen: {area}")
         return Outcome.of(shown, "the full-screen window covers it")
 
     def all_desktops(self):
@@ -190,27 +193,28 @@ class WindowChecks:
         self.screen.activate(self.other)
         self.screen.activate(self.upper)
         self.screen.close(self.upper)
-        wait_until(lambda: self.upper not in self.screen.stack())
         time.sleep(1)
         active = self.screen.active()
         return Outcome.of(active == self.other, f"the focus is with {self.describe(active)}")
 
     def out_of_task_bar(self):
-        states = self.screen.states(self.widget())
-        return Outcome.of({"SKIP_TASKBAR", "SKIP_PAGER"} <= states, f"its states: {states}")
+        widget = self.widget()
+        return Outcome.of(self.screen.is_out_of_task_bar(widget),
+                          f"its states: {self.screen.states(widget)}")
 
     def no_attention(self):
-        states = self.screen.states(self.widget())
-        return Outcome.of("DEMANDS_ATTENTION" not in states, f"its states: {states}")
+        widget = self.widget()
+        return Outcome.of(not self.screen.demands_attention(widget),
+                          f"its states: {self.screen.states(widget)}")
 
     def corner_stays(self):
         corners, sizes = set(), []
         for button in (COMPACT_BUTTON, FULL_BUTTON):
-            area = self.area()
+            widget, area = self.widget(), self.area()
             self.screen.click(area.x + button[0], area.y + button[1])
             end = time.monotonic() + 1.2
             while time.monotonic() < end:
-                area = self.area()
+                area = self.screen.area(widget)
                 if area:
                     corners.add(area.place)
             sizes.append((area.width, area.height) if area else None)
@@ -222,16 +226,15 @@ class WindowChecks:
     def keyboard(self):
         widget = self.widget()
         self.screen.activate(self.other)
-        self.screen.activate(widget)
-        has_it = wait_until(lambda: self.screen.focused() == widget, 3)
-        self.screen.key("Tab")
-        self.screen.key("space")
+        self.screen.ask_for_keyboard(widget, self.program)
+        has_it = wait_until(lambda: self.screen.has_keyboard(widget), 3)
+        self.screen.keys("Tab", "space")
         paused = wait_until(self.program.is_paused, 3)
         self.screen.picture("7-keyboard")
-        self.screen.key("space")
+        self.screen.keys("space")
         resumed = wait_until(lambda: not self.program.is_paused(), 3)
         self.screen.activate(self.other)
-        back = wait_until(lambda: self.screen.focused() == self.other, 3)
+        back = wait_until(lambda: self.screen.has_keyboard(self.other), 3)
         return Outcome.of(
             has_it and paused and resumed and back,
             f"focus: {has_it}, Tab and Space pause: {paused}, go on: {resumed}, given back: {back}")

@@ -2,7 +2,6 @@
 
 import ctypes
 import os
-import pwd
 import shutil
 import signal
 import subprocess
@@ -47,12 +46,11 @@ def descendants():
 class World:
     """All that is started in it ends with it."""
 
-    def __init__(self, logs, user=None):
-        """`logs` is the folder for what its programs print; as root, they can run as `user`."""
+    def __init__(self, logs):
+        """`logs` is the folder for what its programs print."""
         self.logs = Path(logs)
         self.logs.mkdir(parents=True, exist_ok=True)
         self.home = Path(tempfile.mkdtemp(prefix="vantora-desktop-"))
-        self.user = user if os.geteuid() == 0 else None
         self.environment = {k: v for k, v in os.environ.items() if k not in FOREIGN_VARIABLES}
         for name, folder in (("HOME", "home"), ("XDG_CONFIG_HOME", "home/.config"),
                              ("XDG_DATA_HOME", "home/.local/share"),
@@ -64,7 +62,6 @@ class World:
         self.environment.update(
             LC_ALL="C.UTF-8", NO_AT_BRIDGE="1", GTK_A11Y="none", LIBGL_ALWAYS_SOFTWARE="1",
             GSETTINGS_BACKEND="dconf", CANBERRA_DRIVER="null")
-        self._hand_over()
 
     def __enter__(self):
         return self
@@ -72,34 +69,21 @@ class World:
     def __exit__(self, *_):
         self.end()
 
-    def _hand_over(self):
-        if self.user:
-            owner = pwd.getpwnam(self.user)
-            for path in (self.home, *self.home.rglob("*")):
-                os.chown(path, owner.pw_uid, owner.pw_gid)
-
     def config(self, name):
         return Path(self.environment["XDG_CONFIG_HOME"]) / name
 
     def write(self, path, text):
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_text(text)
-        self._hand_over()
 
     # --- programs ---------------------------------------------------------------------------
-
-    def _command(self, arguments):
-        arguments = [str(argument) for argument in arguments]
-        if not self.user:
-            return arguments
-        return ["setpriv", f"--reuid={self.user}", "--regid=nogroup", "--clear-groups", *arguments]
 
     def start(self, *arguments, log=None, **variables):
         """Starts a program that goes on. It leads a process group of its own."""
         name = log or Path(str(arguments[0])).name
         with open(self.logs / f"{name}.log", "ab") as output:
             return subprocess.Popen(
-                self._command(arguments), env={**self.environment, **variables},
+                list(map(str, arguments)), env={**self.environment, **variables},
                 stdin=subprocess.DEVNULL, stdout=output, stderr=output, start_new_session=True,
                 cwd=self.home)
 
@@ -107,7 +91,7 @@ class World:
         """Runs a program to its end; what it printed. What it complains of goes to the log."""
         with open(self.logs / "run.log", "ab") as errors:
             return subprocess.run(
-                self._command(arguments), env=self.environment, stdin=subprocess.DEVNULL,
+                list(map(str, arguments)), env=self.environment, stdin=subprocess.DEVNULL,
                 stdout=subprocess.PIPE, stderr=errors, timeout=timeout, cwd=self.home,
                 check=False).stdout
 

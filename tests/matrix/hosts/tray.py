@@ -8,7 +8,7 @@ from world import SCREEN
 
 class Tray:
     kind = "tray"
-    user = None
+    part = "500x300+0+0"  # of the screen, to be shown
     package = None  # the one whose version the table names
     variables = {}
     window_manager = ("openbox",)
@@ -16,7 +16,7 @@ class Tray:
 
     # Where items come, where menus open, and a place for the pointer beside both.
     items = (0, 0, SCREEN[0], 32)
-    menus = (0, 32, SCREEN[0], SCREEN[1] - 32)
+    menus = (0, 32, SCREEN[0], SCREEN[1] - 132)
     aside = (SCREEN[0] // 2, SCREEN[1] - 20)
 
     # The buttons that open the menu, the usual one first, and what the other one does.

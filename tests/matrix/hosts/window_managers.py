@@ -21,7 +21,7 @@ background_color = #335577 100
 
 class WindowManager:
     kind = "window"
-    user = None
+    part = None  # of the screen, to be shown: all of it
     package = None  # the one whose version the table names
     variables = {}
     window_manager = ()
@@ -44,7 +44,7 @@ class WindowManager:
         world.start("tint2")
         if not wait_until(lambda: screen.numbers("_NET_WORKAREA")[1:2] > [0]):
             raise RuntimeError("the panel takes no room")
-        yield from WindowChecks(world, screen, program).all()
+        yield from WindowChecks(screen, program).all()
 
     def make_desktops(self, world):
         world.run("wmctrl", "-n", "3")

@@ -16,7 +16,7 @@ background_color = #557799 100
 
 class Trayer(Tray):
     name, package = "trayer", "trayer"
-    menus = (30, 0, SCREEN[0] - 30, SCREEN[1])  # they cover the panel, but not the item
+    menus = (30, 0, SCREEN[0] - 30, SCREEN[1] - 100)  # they cover the panel, but not the item
     panel = ("trayer", "--edge", "top", "--align", "left", "--widthtype", "request", "--height",
              "28", "--expand", "false", "--SetDockType", "true", "--tint", "0xaaccee",
              "--transparent", "false")
