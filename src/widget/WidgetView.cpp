@@ -94,6 +94,7 @@ WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameS
     resize(preferredSize(engine.compactMode()));
     showControls(frames.now());
 
+    connect(this, &WidgetView::milestoneReached, this, [this] { announceState(*this); });
     onNextPass(engine, this, [this] { reread(); });
     connect(&frames, &FrameSource::frame, this, &WidgetView::showFrame);
     connect(&frames, &FrameSource::interrupted, this, [this] {
@@ -146,7 +147,7 @@ void WidgetView::reread()
 {
     const Milestone milestone = milestoneOf(m_engine);
     if (std::exchange(m_milestone, milestone) != milestone)
-        announceState(*this);
+        Q_EMIT milestoneReached();
     const WidgetModel next = readModel();
     const WidgetModel last = m_motion.model;
     if (next == last)

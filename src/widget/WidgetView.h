@@ -63,6 +63,9 @@ Q_SIGNALS:
     /// The first frame has been painted; what could wait for it may begin.
     void firstFramePainted();
 
+    /// The state is another one than assistive technology was last told of. It is told now.
+    void milestoneReached();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
