@@ -67,6 +67,11 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &FloatingPanel::screensChanged);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &FloatingPanel::screensChanged);
 
+    onCompositorChange(*this, [this] {
+        setOutline(*this, m_rootView->outline());
+        m_rootView->update();
+    });
+
     m_moveSettled.setSingleShot(true);
     m_moveSettled.setInterval(settledAfter);
     connect(&m_moveSettled, &QTimer::timeout, this, &FloatingPanel::moveHasSettled);

@@ -1,5 +1,6 @@
 #include "platform/FloatingWindow.h"
 
+#include "platform/CompositorWatch.h"
 #include "platform/LayerPopups.h"
 #include "platform/LayerShell.h"
 #include "platform/LayerSurface.h"
@@ -276,6 +277,18 @@ void moveFloating(QWidget& window, QPoint topLeft)
         surface->moveTo(topLeft);
     else
         window.move(topLeft);
+}
+
+void onCompositorChange(QWidget& window, std::function<void()> react)
+{
+    xcb_connection_t* connection = x11Connection();
+    if (!connection)
+        return;
+    auto* watch =
+        new CompositorWatch(connection, rootOf(connection), atoms(connection).compositor, &window);
+    // Once it has settled: Qt learns of it as well.
+    QObject::connect(watch, &CompositorWatch::changed, &window, std::move(react),
+                     Qt::QueuedConnection);
 }
 
 bool isWhereQtSays(const QWidget& window)

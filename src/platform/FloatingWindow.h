@@ -3,6 +3,8 @@
 #include <Qt>
 #include <QtGlobal>
 
+#include <functional>
+
 class QImage;
 class QPainterPath;
 class QPoint;
@@ -42,6 +44,9 @@ void settleAfterShow(QWidget& window);
 /// Lets only what is inside `outline` take clicks; those beside it go to what is behind `window`.
 /// Where nothing makes windows translucent, it also cuts the window there.
 void setOutline(QWidget& window, const QPainterPath& outline);
+
+/// Calls `react` whenever it has changed whether something makes windows translucent.
+void onCompositorChange(QWidget& window, std::function<void()> react);
 
 /// What is larger than this, in bytes, is painted faster as usual, through the memory that Qt
 /// shares with the X server.

@@ -2,6 +2,7 @@
 
 #include "support/Waiting.h"
 
+#include <xcb/shape.h>
 #include <xcb/xtest.h>
 
 #include <algorithm>
@@ -131,6 +132,26 @@ QRect Desktop::geometry(xcb_window_t window) const
     if (!size || !place)
         return {};
     return {place->dst_x, place->dst_y, size->width, size->height};
+}
+
+bool Desktop::isCut(xcb_window_t window) const
+{
+    const auto reply = owned(xcb_shape_query_extents_reply(
+        m_connection, xcb_shape_query_extents(m_connection, window), nullptr));
+    return reply && reply->bounding_shaped != 0;
+}
+
+void Desktop::becomeCompositor(bool yes) const
+{
+    static const xcb_window_t owner = [this] {
+        const xcb_window_t made = xcb_generate_id(m_connection);
+        xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, made, m_root, 0, 0, 1, 1, 0,
+                          XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        return made;
+    }();
+    xcb_set_selection_owner(m_connection, yes ? owner : xcb_window_t{XCB_WINDOW_NONE},
+                            atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+    xcb_flush(m_connection);
 }
 
 xcb_window_t Desktop::focused() const

@@ -38,6 +38,12 @@ public:
     QList<quint32> rootProperty(const char* name) const { return property(m_root, name); }
     quint32 atom(const char* name) const;
 
+    /// Whether the window is cut to a shape that is no rectangle.
+    bool isCut(xcb_window_t window) const;
+
+    /// Becomes what makes windows translucent, as far as other programs can tell, or no longer.
+    void becomeCompositor(bool yes) const;
+
     xcb_window_t focused() const;
     xcb_window_t active() const { return rootProperty("_NET_ACTIVE_WINDOW").value(0); }
 

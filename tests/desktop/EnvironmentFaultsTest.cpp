@@ -1,52 +1,16 @@
 // Whatever is wrong with the machine, the program starts, counts, and ends when it is told to.
 
-#include "Desktop.h"
-#include "World.h"
-#include "support/Waiting.h"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-
-namespace {
-
-/// Something at a path that takes connections and never answers.
-class SilentServer
-{
-public:
-    explicit SilentServer(const QString& path)
-        : m_socket(::socket(AF_UNIX, SOCK_STREAM, 0))
-    {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        std::strncpy(address.sun_path, path.toLocal8Bit().constData(), sizeof address.sun_path - 1);
-        listens =
-            ::bind(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
-            ::listen(m_socket, 16) == 0;
-    }
-    ~SilentServer() { ::close(m_socket); }
-    SilentServer(const SilentServer&) = delete;
-    SilentServer& operator=(const SilentServer&) = delete;
-
-    bool listens = false;
-
-private:
-    int m_socket;
-};
-
-} // namespace
+#include "DesktopTest.h"
+#include "SilentServer.h"
 
 class EnvironmentFaultsTest : public testing::Test
 {
 protected:
     /// Starts the program, sees it count, has it quit, and expects good order all the way.
-    void expectToWork(const QStringList& arguments = {QStringLiteral("--demo")})
+    void expectToWork() { expectToWork(world.startVantora({QStringLiteral("--demo")})); }
+
+    void expectToWork(QProcess& vantora)
     {
-        const Desktop desktop(world.display());
-        QProcess& vantora = world.startVantora(arguments);
         const auto widgets = [&] { return desktop.shown(QStringLiteral("Vantora")); };
         ASSERT_TRUE(waitUntil([&] { return !widgets().isEmpty(); })) << "no widget";
         const QRect readout =
@@ -63,7 +27,19 @@ protected:
         EXPECT_EQ(vantora.exitCode(), 0);
     }
 
+    /// The machine has the fonts of these folders only, as fontconfig is told of them.
+    void useFonts(const QByteArray& folders)
+    {
+        const QString settings = world.path(QStringLiteral("fonts.conf"));
+        world.writeFile(settings,
+                        "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">"
+                        "<fontconfig>" +
+                            folders + "</fontconfig>");
+        world.setVariable(QStringLiteral("FONTCONFIG_FILE"), settings);
+    }
+
     World world{World::Bus::none};
+    Desktop desktop{world.display()};
 };
 
 TEST_F(EnvironmentFaultsTest, aBusThatAcceptsAndNeverAnswers)
@@ -104,9 +80,76 @@ TEST_F(EnvironmentFaultsTest, aLocaleThatDoesNotExist)
 
 TEST_F(EnvironmentFaultsTest, noFontsAtAll)
 {
-    world.writeFile(world.path(QStringLiteral("fonts.conf")),
-                    "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">"
-                    "<fontconfig></fontconfig>");
-    world.setVariable(QStringLiteral("FONTCONFIG_FILE"), world.path(QStringLiteral("fonts.conf")));
+    useFonts({});
+    expectToWork();
+}
+
+TEST_F(EnvironmentFaultsTest, noFontWithEmoji)
+{
+    useFonts("<dir>/usr/share/fonts/truetype/quicksand</dir>"
+             "<dir>/usr/share/fonts/truetype/dejavu</dir>");
+    expectToWork();
+}
+
+TEST_F(EnvironmentFaultsTest, aFullDisk)
+{
+    // A file system of a few blocks, which only the program sees.
+    const QString disk = world.path(QStringLiteral("disk"));
+    ASSERT_TRUE(QDir().mkpath(disk));
+    const QString mount = QStringLiteral("mount -t tmpfs -o size=8k none '%1' && "
+                                         "{ head -c 100000 /dev/zero >'%1/all' 2>/dev/null; "
+                                         "true; }")
+                              .arg(disk);
+    QProcess& trial =
+        world.start(QStringLiteral("unshare"),
+                    {QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"), mount});
+    ASSERT_TRUE(trial.waitForFinished());
+    if (trial.exitCode() != 0)
+        GTEST_SKIP() << "file systems cannot be mounted here";
+    for (const char* name :
+         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
+        world.setVariable(QLatin1String(name), disk);
+    expectToWork(world.start(
+        QStringLiteral("unshare"),
+        {QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"),
+         mount + QStringLiteral(" && exec '%1' --demo").arg(QStringLiteral(VANTORA_PROGRAM))}));
+}
+
+/// What is wrong with the sound shows when a phase ends.
+class SoundFaultsTest : public DesktopTest
+{
+protected:
+    void useServer(const QString& address)
+    {
+        world.setVariable(QStringLiteral("CANBERRA_DRIVER"), QStringLiteral("pulse"));
+        world.setVariable(QStringLiteral("PULSE_SERVER"), QStringLiteral("unix:") + address);
+    }
+
+    /// Lets a phase end, and goes on.
+    void expectToWork()
+    {
+        startWithHost();
+        EXPECT_TRUE(titleBecomes(QStringLiteral("\U0001FA91 ✓")));
+        EXPECT_TRUE(host.clickLine(QStringLiteral("Skip to Next Phase")));
+        EXPECT_TRUE(waitUntil(
+            [this] { return host.title().startsWith(QStringLiteral("\U0001F9CD 0:0")); }));
+        vantora->terminate();
+        EXPECT_TRUE(endsByItself());
+        EXPECT_EQ(vantora->exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(vantora->exitCode(), 0);
+    }
+};
+
+TEST_F(SoundFaultsTest, noSoundServer)
+{
+    useServer(world.path(QStringLiteral("no-server")));
+    expectToWork();
+}
+
+TEST_F(SoundFaultsTest, aSoundServerThatAcceptsAndNeverAnswers)
+{
+    const SilentServer silent(world.path(QStringLiteral("silent")));
+    ASSERT_TRUE(silent.listens);
+    useServer(world.path(QStringLiteral("silent")));
     expectToWork();
 }

@@ -171,3 +171,13 @@ TEST_F(DesktopTest, settingsOfAnyKindDoNotKeepTheProgramFromStarting)
     startVantora();
     EXPECT_EQ(desktop.geometry(widget()), QRect(1646, 24, 250, 320));
 }
+
+TEST_F(DesktopTest, itsCornersAreCutOnlyWhileNothingMakesThemTranslucent)
+{
+    startVantora();
+    EXPECT_TRUE(waitUntil([this] { return desktop.isCut(widget()); }));
+    desktop.becomeCompositor(true);
+    EXPECT_TRUE(waitUntil([this] { return !desktop.isCut(widget()); }));
+    desktop.becomeCompositor(false);
+    EXPECT_TRUE(waitUntil([this] { return desktop.isCut(widget()); }));
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+#include <cstring>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+/// Something at a path that takes connections and never answers.
+class SilentServer
+{
+public:
+    explicit SilentServer(const QString& path)
+        : m_socket(::socket(AF_UNIX, SOCK_STREAM, 0))
+    {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        std::strncpy(address.sun_path, path.toLocal8Bit().constData(), sizeof address.sun_path - 1);
+        listens =
+            ::bind(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 &&
+            ::listen(m_socket, 16) == 0;
+    }
+    ~SilentServer() { ::close(m_socket); }
+    SilentServer(const SilentServer&) = delete;
+    SilentServer& operator=(const SilentServer&) = delete;
+
+    bool listens = false;
+
+private:
+    int m_socket;
+};
