@@ -12,14 +12,13 @@ from waiting import wait_until
 from window_checks import WindowChecks
 from world import SCREEN
 
+EXTENSION = "ubuntu-appindicators@ubuntu.com"
+
 # It does not while it is still on its way into it.
 LEAVE_OVERVIEW = """
 if (Main.overview.visible && !Main.overview.animationInProgress) Main.overview.hide();
 !Main.overview.visible && !Main.layoutManager._startingUp
 """
-
-EXTENSION = "ubuntu-appindicators@ubuntu.com"
-
 
 SETTINGS = (("welcome-dialog-last-shown-version", "99"),
             ("disable-extension-version-validation", "true"), ("enabled-extensions", "[]"))
