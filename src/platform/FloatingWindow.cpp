@@ -71,10 +71,24 @@ struct Atoms
             "WM_TAKE_FOCUS",
             "_NET_WM_CM_S0",
             "_NET_CURRENT_DESKTOP",
+            "_NET_WM_WINDOW_TYPE",
+            "_KDE_NET_WM_WINDOW_TYPE_CRITICAL_NOTIFICATION",
+            "_NET_WM_WINDOW_TYPE_UTILITY",
         };
-        const std::array values{
-            &desktop,          &state,     &above,     &sticky,     &skipTaskbar,   &skipPager,
-            &demandsAttention, &protocols, &takeFocus, &compositor, &currentDesktop};
+        const std::array values{&desktop,
+                                &state,
+                                &above,
+                                &sticky,
+                                &skipTaskbar,
+                                &skipPager,
+                                &demandsAttention,
+                                &protocols,
+                                &takeFocus,
+                                &compositor,
+                                &currentDesktop,
+                                &type,
+                                &criticalNotification,
+                                &utility};
         // All questions first, so that the answers come in one round trip.
         std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -98,6 +112,9 @@ struct Atoms
     xcb_atom_t takeFocus = XCB_ATOM_NONE;
     xcb_atom_t compositor = XCB_ATOM_NONE;
     xcb_atom_t currentDesktop = XCB_ATOM_NONE;
+    xcb_atom_t type = XCB_ATOM_NONE;
+    xcb_atom_t criticalNotification = XCB_ATOM_NONE;
+    xcb_atom_t utility = XCB_ATOM_NONE;
 };
 
 const Atoms& atoms(xcb_connection_t* connection)
@@ -246,6 +263,10 @@ void prepareToShow(QWidget& window)
     const auto id = static_cast<xcb_window_t>(window.winId());
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, id, atom.desktop, XCB_ATOM_CARDINAL, 32,
                         1, &allDesktops);
+    // KWin has windows of the first type above full-screen ones as well; others know the second.
+    const std::array types{atom.criticalNotification, atom.utility};
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, id, atom.type, XCB_ATOM_ATOM, 32,
+                        types.size(), types.data());
     // Qt keeps these when it adds its own states just before mapping the window.
     const std::array states{atom.above, atom.sticky, atom.skipTaskbar, atom.skipPager};
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, id, atom.state, XCB_ATOM_ATOM, 32,
