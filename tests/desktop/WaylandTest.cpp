@@ -245,6 +245,7 @@ TEST_F(WaylandTest, onRequestItTakesTheKeyboardUntilAnotherWindowDoes)
     openPanel();
     act(QStringLiteral("focus-widget"));
     ASSERT_TRUE(waitUntil([this] { return sway->focused().isEmpty(); }));
+    letItDecide(); // Qt may take a key that comes together with the keyboard for the last window's.
     sway->type(KEY_TAB);
     sway->type(KEY_SPACE);
     EXPECT_TRUE(pauses()) << "the first button was pressed";
