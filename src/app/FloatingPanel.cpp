@@ -67,9 +67,11 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &FloatingPanel::screensChanged);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &FloatingPanel::screensChanged);
 
-    onCompositorChange(*this, [this] {
-        setOutline(*this, m_rootView->outline());
-        m_rootView->update();
+    connect(rootView, &WidgetView::firstFramePainted, this, [this] {
+        onCompositorChange(*this, [this] {
+            setOutline(*this, m_rootView->outline());
+            m_rootView->update();
+        });
     });
 
     m_moveSettled.setSingleShot(true);
