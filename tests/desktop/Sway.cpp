@@ -94,7 +94,7 @@ void collectWindows(const QJsonObject& node, QList<QJsonObject>& windows)
         windows.append(node);
     for (const char* list : {"nodes", "floating_nodes"}) {
         const QJsonArray children = node.value(QLatin1String(list)).toArray();
-        for (const QJsonValue& child : children)
+        for (const auto& child : children)
             collectWindows(child.toObject(), windows);
     }
 }
@@ -241,7 +241,7 @@ QStringList Sway::screens() const
         QJsonDocument::fromJson(
             ask({QStringLiteral("-r"), QStringLiteral("-t"), QStringLiteral("get_outputs")}))
             .array();
-    for (const QJsonValue& output : outputs)
+    for (const auto& output : outputs)
         names.append(output[QLatin1String("name")].toString());
     return names;
 }
