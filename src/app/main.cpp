@@ -56,7 +56,7 @@ int main(int argc, char* argv[])
     ::mallopt(M_ARENA_MAX, 1);
     Snapshot::runIfRequested(argc, argv);
     runCommandLine(argc, argv);
-    std::jthread fontLookup(prepareFontFiles);
+    const std::jthread fontLookup = prepareFontFiles();
     NameOnBus name{};
     std::jthread busQuestion([&name] {
         name = askBusFor(ApplicationService::name, qgetenv(busAddress), busAnswersWithin);

@@ -98,9 +98,10 @@ FontFile plainFontFile(QFont::Weight weight)
     return fileOf(bestMatch(QGuiApplication::font().family().toUtf8(), weight).get());
 }
 
-void prepareFontFiles()
+std::jthread prepareFontFiles()
 {
+    if (QFile::exists(usualFile(QString::fromUtf8(usualFontFolder), QFont::Bold)))
+        return {};
     // Reading which fonts there are takes a quarter of the start.
-    if (!QFile::exists(usualFile(QString::fromUtf8(usualFontFolder), QFont::Bold)))
-        FcInit();
+    return std::jthread([] { FcInit(); });
 }

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <string>
+#include <thread>
 
 /// The rounded designs that the program's texts may be set in, the best first.
 inline constexpr std::array roundedFamilies{"Quicksand", "Nunito", "M PLUS Rounded 1c",
@@ -28,6 +29,6 @@ FontFile roundedFontFile(QFont::Weight weight,
 /// The file of the desktop's own font, or of what stands in for it.
 FontFile plainFontFile(QFont::Weight weight);
 
-/// Does what the first of the calls above would take long for. May be called on any thread, before
-/// there is an application.
-void prepareFontFiles();
+/// Has a thread do what the first of the calls above would take long for, if there is anything. May
+/// be called before there is an application.
+std::jthread prepareFontFiles();
