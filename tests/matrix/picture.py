@@ -55,8 +55,9 @@ class Picture:
                  for run in dark.finditer(self.row(y))]
         if not found:
             return None
-        rows, left, right = [f[0] for f in found], min(f[1] for f in found), max(f[2] for f in found)
-        return (left, rows[0], right - left, rows[-1] - rows[0] + 1)
+        top, bottom = found[0][0], found[-1][0]
+        left, right = min(run[1] for run in found), max(run[2] for run in found)
+        return (left, top, right - left, bottom - top + 1)
 
     def text_lines(self, box):
         """The (top, bottom) of each line of text in a box with one background to each line."""

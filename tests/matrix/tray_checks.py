@@ -3,12 +3,12 @@
 import time
 from dataclasses import dataclass
 
-from bus import SIGNAL, Recorder, signals_from
+from bus import Recorder, signals_from
 from outcome import Outcome
 from waiting import steady, wait_until
 
-# Of the eight lines of the menu that have text a tool tip may cover the first ones: counted from the
-# last one, Quit.
+# Of the eight lines of the menu that have text a tool tip may cover the first ones: counted from
+# the last one, Quit.
 FEWEST_LINES = 6
 PAUSE_LINE = -6
 
@@ -262,11 +262,12 @@ class TrayChecks:
         messages = recorder.stop()[before:]
         own = [m for m in messages if m.sender in names or m.destination in names]
         signals = signals_from(own, names)
+        # The menu's texts may be brought up to date once after the start.
         good = (signals["NewTitle"] <= COUNTED + 1 and signals["NewIcon"] <= 2 and
-                not signals["LayoutUpdated"] and not signals["ItemsPropertiesUpdated"])
-        seen = (f"{len(own)} messages, {sum(m.size for m in own)} bytes; signals: " +
-                ", ".join(f"{count} {name}" for name, count in sorted(signals.items())))
-        return Outcome("yes" if good else "**no**", seen)
+                not signals["LayoutUpdated"] and signals["ItemsPropertiesUpdated"] <= 1)
+        amount = f"{len(own)} messages, {sum(m.size for m in own) // 1000} kB"
+        seen = ", ".join(f"{count} {name}" for name, count in sorted(signals.items()))
+        return Outcome(amount if good else f"**{amount}**", "" if good else f"signals: {seen}")
 
 
 def steady_picture(screen, name, area):

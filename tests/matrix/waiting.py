@@ -14,7 +14,7 @@ def wait_until(condition, seconds=10.0, every=0.05):
 
 
 def steady(read, seconds=1.0, within=15.0):
-    """What `read` returns once it has not changed for `seconds`, or at last when `within` is over."""
+    """What `read` returns once it has not changed for `seconds`, or last when `within` is over."""
     end = time.monotonic() + within
     value, since = read(), time.monotonic()
     while time.monotonic() - since < seconds and time.monotonic() < end:

@@ -84,7 +84,7 @@ class GnomeTray(OnX11, ExtensionTray):
 # --- the Wayland session, where the program comes up on XWayland ---------------------------------
 
 class WaylandScreen(X11Screen):
-    """X11 windows in it are seen as on any X11 display; picture, pointer and keys are the shell's."""
+    """X11 windows are seen as on any X11 display; picture, pointer and keys are the shell's."""
 
     KEYS = {"Tab": 0xFF09, "space": 0x20}
 
