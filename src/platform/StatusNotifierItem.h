@@ -14,13 +14,13 @@ class StatusNotifierItem : public QObject
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
     Q_PROPERTY(QString Category READ category)
     Q_PROPERTY(QString Id READ id)
-    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString Title READ announcedTitle)
     Q_PROPERTY(QString Status READ status)
     Q_PROPERTY(int WindowId READ windowId)
     Q_PROPERTY(QString IconThemePath READ none)
     Q_PROPERTY(QString IconName READ iconName)
     Q_PROPERTY(IconPixmaps IconPixmap READ iconPixmaps)
-    Q_PROPERTY(QString IconAccessibleDesc READ iconAccessibleDesc)
+    Q_PROPERTY(QString IconAccessibleDesc READ none)
     Q_PROPERTY(QString OverlayIconName READ none)
     Q_PROPERTY(IconPixmaps OverlayIconPixmap READ noPixmaps)
     Q_PROPERTY(QString AttentionIconName READ none)
@@ -50,13 +50,13 @@ public:
     /// icons by name only (an empty path for none). The caller sees to it that it looks different.
     void setIcon(const QList<QImage>& sizes, const QString& file);
 
+    QString announcedTitle() const { return m_announcedTitle; }
     QString category() const { return QStringLiteral("ApplicationStatus"); }
     QString id() const { return QStringLiteral("vantora"); }
     QString status() const { return QStringLiteral("Active"); }
     int windowId() const { return 0; }
     QString iconName() const { return m_iconFile; }
     IconPixmaps iconPixmaps() const { return m_iconPixmaps; }
-    QString iconAccessibleDesc() const { return QStringLiteral("Vantora"); }
     /// None of its own: a text of its own would have to be announced each second, as the title is.
     StatusToolTip toolTip() const { return {}; }
     bool itemIsMenu() const { return true; }

@@ -22,6 +22,9 @@ def section(title, results):
              "| version | " + " | ".join(r["version"] for r in results) + " |",
              "| run on | " + " | ".join(r["date"] for r in results) + " |",
              "| pictures | " + " | ".join(f"[all]({r['host']}.png)" for r in results) + " |"]
+    if any(result["kind"] == "tray" for result in results):
+        lines.append("| the item, four times as large | " +
+                     " | ".join(f"![]({r['host']}/item.png)" for r in results) + " |")
     for behaviour in behaviours:
         lines.append(f"| {behaviour} | " +
                      " | ".join(cell(result, behaviour) for result in results) + " |")

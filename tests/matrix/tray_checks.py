@@ -144,7 +144,7 @@ class TrayChecks:
         x, y, width, height = self.item
         picture = self.screen.picture("1-item")
         picture.crop((max(x - 8, 0), max(y - 6, 0), width + 16, height + 12),
-                     picture.path.with_name("1-item-large.png"), scale=4)
+                     picture.path.with_name("item.png"), scale=4)
         return Outcome("text" if width > 1.8 * height else "icon")
 
     def menu_opens(self, button):
