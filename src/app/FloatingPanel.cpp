@@ -68,10 +68,12 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &FloatingPanel::screensChanged);
 
     connect(rootView, &WidgetView::firstFramePainted, this, [this] {
-        onCompositorChange(*this, [this] {
-            setOutline(*this, m_rootView->outline());
+        const auto cut = [this] { setOutline(*this, m_rootView->outline()); };
+        onCompositorChange(*this, [this, cut] {
+            cut();
             m_rootView->update();
         });
+        cut(); // One may have come while the window was on its way.
     });
 
     m_moveSettled.setSingleShot(true);
