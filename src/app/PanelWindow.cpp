@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <QWindow>
 
 PanelWindow::PanelWindow(QWidget* content)
     : QWidget(nullptr, Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -42,7 +43,8 @@ void PanelWindow::makeKeyAndOrderFront()
 
 void PanelWindow::closeEvent(QCloseEvent* event)
 {
+    // pos() misses the frame where the window manager told its size after the last move.
     if (isWhereQtSays(*this))
-        m_topLeft = pos();
+        m_topLeft = windowHandle()->framePosition();
     QWidget::closeEvent(event);
 }

@@ -317,7 +317,7 @@ bool isWhereQtSays(const QWidget& window)
     if (const LayerSurface* surface = LayerSurface::of(window))
         return surface->topLeft() == window.pos();
     xcb_connection_t* connection = x11Connection();
-    if (!connection || !window.pos().isNull())
+    if (!connection || !window.geometry().topLeft().isNull())
         return true;
     // After the first show it may say (0, 0) of any place.
     const auto id = static_cast<xcb_window_t>(window.winId());
