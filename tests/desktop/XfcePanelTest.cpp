@@ -104,6 +104,7 @@ TEST_F(XfcePanelTest, theItemIsShownItsPictureFollowsAndEveryLineOfItsMenuWorks)
     const auto titleBegins = [this](const QString& beginning) {
         return waitUntil([&] { return host.title().startsWith(beginning); });
     };
+    ASSERT_TRUE(titleBegins(QStringLiteral("\U0001FA91 39:58"))); // the panel has read the menu
     clickLineAt(hideWidgetLine);
     EXPECT_TRUE(waitUntil([this] { return widget() == 0; }));
     clickLineAt(hideWidgetLine); // now "Show Widget"
