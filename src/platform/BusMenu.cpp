@@ -12,6 +12,10 @@ namespace {
 
 constexpr int rootId = 0;
 
+constexpr auto openAtMost = 1min;
+/// For trays that ask before they show the menu, but never tell that it is open (Xfce).
+constexpr auto openUnlessTold = 15s;
+
 BusMenuShortcut shortcutOf(const QAction& action)
 {
     QStringList keys =
@@ -44,7 +48,6 @@ BusMenu::BusMenu(QMenu& menu)
     : m_menu(menu)
 {
     m_openAtMost.setSingleShot(true);
-    m_openAtMost.setInterval(1min);
     connect(&m_openAtMost, &QTimer::timeout, this, [this] { Q_EMIT shown(false); });
     for (int id = rootId; id <= menu.actions().size(); ++id)
         m_shown.append(current(id));
@@ -84,6 +87,19 @@ bool BusMenu::refresh()
     ++m_revision;
     Q_EMIT ItemsPropertiesUpdated(changed, {});
     return true;
+}
+
+void BusMenu::takeForOpen(std::chrono::milliseconds duration)
+{
+    if (m_openAtMost.remainingTimeAsDuration() < duration)
+        m_openAtMost.start(duration);
+    Q_EMIT shown(true);
+}
+
+bool BusMenu::aboutToShow()
+{
+    takeForOpen(openUnlessTold);
+    return refresh();
 }
 
 void BusMenu::refreshUnlessOpen()
@@ -132,8 +148,7 @@ bool BusMenu::handle(int id, const QString& eventId)
     if (!isItem(id))
         return false;
     if (id == rootId && eventId == QStringLiteral("opened")) {
-        m_openAtMost.start();
-        Q_EMIT shown(true);
+        takeForOpen(openAtMost);
     } else if (eventId == QStringLiteral("clicked") ||
                (id == rootId && eventId == QStringLiteral("closed"))) {
         m_openAtMost.stop();
@@ -171,7 +186,7 @@ bool BusMenu::AboutToShow(int id)
         sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("No such item"));
         return false;
     }
-    return id == rootId && refresh();
+    return id == rootId && aboutToShow();
 }
 
 QList<int> BusMenu::AboutToShowGroup(const QList<int>& ids, QList<int>& idErrors)
@@ -180,7 +195,7 @@ QList<int> BusMenu::AboutToShowGroup(const QList<int>& ids, QList<int>& idErrors
     for (const int id : ids) {
         if (!isItem(id))
             idErrors.append(id);
-        else if (id == rootId && refresh())
+        else if (id == rootId && aboutToShow())
             needUpdate.append(id);
     }
     return needUpdate;

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
+
 class QAction;
 class QMenu;
 
@@ -48,8 +50,9 @@ public:
                                                          QList<int>& idErrors);
 
 Q_SIGNALS:
-    /// The tray shows the menu now, or no longer, as far as it tells; at most for a minute, since
-    /// not all tell of the end.
+    /// The tray shows the menu now, or no longer, as far as it tells. Not all tell of the end: it is
+    /// taken for closed a minute after the tray told that it is open, and 15 seconds after the tray
+    /// only asked what it says.
     void shown(bool isOpen);
 
     Q_SCRIPTABLE void ItemsPropertiesUpdated(const QList<BusMenuItem>& updatedProps,
@@ -63,6 +66,8 @@ private:
     QVariantMap told(int id, const QStringList& propertyNames) const;
     bool handle(int id, const QString& eventId);
     bool refresh();
+    bool aboutToShow();
+    void takeForOpen(std::chrono::milliseconds duration);
 
     QMenu& m_menu;
     QTimer m_openAtMost;

@@ -197,8 +197,9 @@ private:
     static constexpr std::chrono::milliseconds clickComesWithin{100};
     static constexpr std::chrono::milliseconds desktopSettlesWithin{500};
 
-    /// Some window managers give the time of the click, some one near it, before or after.
-    static constexpr qint64 offerIsNear = 20;
+    /// In milliseconds. Some window managers give the time of the click, some one near it, and the
+    /// farther from it the busier the machine is.
+    static constexpr qint64 offerIsNear = 200;
 
     void receive(const xcb_client_message_event_t& event)
     {

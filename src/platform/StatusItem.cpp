@@ -16,11 +16,15 @@
 #include <QGuiApplication>
 #include <QMenu>
 
+#include <chrono>
 #include <utility>
 
 namespace {
 
 const QString watcherService = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+
+constexpr std::chrono::milliseconds trayIsReadyWithin{1000};
 
 QString itemService()
 {
@@ -60,6 +64,9 @@ StatusItem::StatusItem(QMenu& menu, DrawIcon drawIcon)
     , m_drawIcon(std::move(drawIcon))
 {
     m_item.blockSignals(true); // until somebody listens
+    m_untilReady.setSingleShot(true);
+    m_untilReady.setInterval(trayIsReadyWithin);
+    connect(&m_untilReady, &QTimer::timeout, this, &StatusItem::registerItem);
     connect(&m_item, &StatusNotifierItem::menuRequested, this,
             [this](QPoint at) { m_menu.popup(at.isNull() ? QCursor::pos() : at); });
 }
@@ -98,6 +105,9 @@ void StatusItem::useBus(QDBusConnection bus)
                 QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                 SLOT(busIsGone()));
 
+    bus.connect(QString(), watcherPath, watcherService,
+                QStringLiteral("StatusNotifierHostRegistered"), this, SLOT(trayIsReady()));
+
     // No call to the watcher waits for its answer: a panel may be asking us something just then.
     auto* watcher = new QDBusServiceWatcher(watcherService, bus,
                                             QDBusServiceWatcher::WatchForOwnerChange, this);
@@ -122,22 +132,48 @@ void StatusItem::useTrayOf(const QString& watcherOwner)
 {
     m_busHasTray = !watcherOwner.isEmpty();
     m_item.blockSignals(!m_busHasTray);
+    m_untilReady.stop();
     if (!m_busHasTray) {
         useXembed();
         return;
     }
     m_xembed.reset();
     redrawIcon();
+    registerWhenReady();
+}
+
+/// The panel takes the watcher's name before it listens for items, and some miss one in between.
+void StatusItem::registerWhenReady()
+{
+    m_untilReady.start();
+    QDBusMessage isReady = QDBusMessage::createMethodCall(
+        watcherService, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("Get"));
+    isReady << watcherService << QStringLiteral("IsStatusNotifierHostRegistered");
+    auto* answer = new QDBusPendingCallWatcher(m_bus->asyncCall(isReady), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        const QDBusPendingReply<QDBusVariant> ready = *answer;
+        if (ready.isError() || ready.value().variant().toBool())
+            trayIsReady();
+        answer->deleteLater();
+    });
+}
+
+void StatusItem::trayIsReady()
+{
+    if (!m_untilReady.isActive())
+        return;
+    m_untilReady.stop();
     registerItem();
 }
 
 void StatusItem::registerItem()
 {
     QDBusMessage call = QDBusMessage::createMethodCall(
-        watcherService, QStringLiteral("/StatusNotifierWatcher"), watcherService,
-        QStringLiteral("RegisterStatusNotifierItem"));
-    // A sandbox does not grant the name, and many programs in one have the same process id.
-    call << (sandboxId().isEmpty() ? itemService() : m_bus->baseService());
+        watcherService, watcherPath, watcherService, QStringLiteral("RegisterStatusNotifierItem"));
+    // Not by the item's own name: GNOME's extension watches that of an item that has one, and lost
+    // the item when it heard of the name after the item. A sandbox would not grant it either.
+    call << m_bus->baseService();
     m_bus->asyncCall(call);
 }
 

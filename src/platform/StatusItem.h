@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QImage>
 #include <QObject>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -47,6 +48,7 @@ public:
 private:
     void useBus(QDBusConnection bus);
     void useTrayOf(const QString& watcherOwner);
+    void registerWhenReady();
     void registerItem();
     void useXembed();
     QString writeIconFile(const QImage& icon);
@@ -54,6 +56,7 @@ private:
 
 private Q_SLOTS:
     void busIsGone();
+    void trayIsReady();
 
 private:
     QMenu& m_menu;
@@ -62,6 +65,7 @@ private:
     std::unique_ptr<XembedTray> m_xembed;
     std::optional<QDBusConnection> m_bus;
     bool m_busHasTray = false;
+    QTimer m_untilReady; ///< runs while the tray is waited for
     DrawIcon m_drawIcon;
     QList<QImage> m_icon; ///< as it was last given out
     int m_iconFiles = 0;

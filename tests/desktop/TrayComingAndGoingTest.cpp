@@ -10,6 +10,24 @@ TEST_F(DesktopTest, aTrayThatStartsLaterGetsTheItem)
     EXPECT_TRUE(host.title().startsWith(QStringLiteral("\U0001FA91 ")));
 }
 
+TEST_F(DesktopTest, aTrayGetsTheItemWhenItIsReady)
+{
+    startVantora({QStringLiteral("--demo")});
+    host.start(false);
+    ASSERT_TRUE(waitUntil([this] { return host.wasAsked(); }));
+    EXPECT_TRUE(host.item().isEmpty());
+    host.becomeReady();
+    ASSERT_TRUE(waitUntil([this] { return !host.item().isEmpty(); }));
+    EXPECT_TRUE(host.title().startsWith(QStringLiteral("\U0001FA91 ")));
+}
+
+TEST_F(DesktopTest, aTrayThatNeverSaysThatItIsReadyGetsTheItem)
+{
+    startVantora({QStringLiteral("--demo")});
+    host.start(false);
+    EXPECT_TRUE(waitUntil([this] { return !host.item().isEmpty(); }));
+}
+
 TEST_F(DesktopTest, aTrayThatComesBackGetsTheItemAgain)
 {
     startWithHost({});

@@ -46,8 +46,10 @@ TrayHost::~TrayHost()
     QDBusConnection::disconnectFromBus(m_bus.name());
 }
 
-void TrayHost::start()
+void TrayHost::start(bool ready)
 {
+    m_ready = ready;
+    m_wasAsked = false;
     m_item.clear();
     m_signals.clear();
     m_bus.registerService(watcherService);
@@ -58,8 +60,20 @@ void TrayHost::stop()
     m_bus.unregisterService(watcherService);
 }
 
+void TrayHost::becomeReady()
+{
+    m_ready = true;
+    m_bus.send(QDBusMessage::createSignal(watcherPath, watcherService,
+                                          QStringLiteral("StatusNotifierHostRegistered")));
+}
+
 bool TrayHost::handleMessage(const QDBusMessage& message, const QDBusConnection& bus)
 {
+    if (message.arguments().value(1) == QStringLiteral("IsStatusNotifierHostRegistered")) {
+        bus.send(message.createReply(QVariant::fromValue(QDBusVariant(m_ready))));
+        m_wasAsked = true;
+        return true;
+    }
     if (message.member() != QStringLiteral("RegisterStatusNotifierItem"))
         return false;
     m_item = message.arguments().value(0).toString();

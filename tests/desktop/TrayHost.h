@@ -20,9 +20,14 @@ public:
     explicit TrayHost(const QString& busAddress);
     ~TrayHost() override;
 
-    /// Comes up, or goes away, as a panel that is started and stopped.
-    void start();
+    /// Comes up, or goes away, as a panel that is started and stopped. It may say at first that it
+    /// is not ready for items.
+    void start(bool ready = true);
+    void becomeReady();
     void stop();
+
+    /// Whether somebody has asked since start() whether it is ready.
+    bool wasAsked() const { return m_wasAsked; }
 
     /// Asks this item from now on, without being its tray.
     void ask(const QString& item) { m_item = item; }
@@ -65,6 +70,8 @@ private:
                       const QVariantList& arguments);
 
     QDBusConnection m_bus;
+    bool m_ready = true;
+    bool m_wasAsked = false;
     QString m_item;
     QStringList m_signals;
 };

@@ -289,6 +289,19 @@ TEST_F(DesktopTest, theTitleIsHeldBackWhileTheMenuIsOpen)
     EXPECT_TRUE(waitUntil([&] { return seenSince(before, "NewTitle") == 1; }));
 }
 
+TEST_F(DesktopTest, theTitleIsHeldBackForATimeWhereTheTrayOnlyAsksForTheMenu)
+{
+    startWithHost({});
+    const auto seenSince = [this](const QStringList& before, const char* signal) {
+        return host.signalsSeen().mid(before.size()).count(QLatin1String(signal));
+    };
+    host.openMenu();
+    const QStringList before = host.signalsSeen();
+    ASSERT_TRUE(waitUntil([&] { return seenSince(before, "XAyatanaNewLabel") == 2; }));
+    EXPECT_EQ(seenSince(before, "NewTitle"), 0);
+    EXPECT_TRUE(waitUntil([&] { return seenSince(before, "NewTitle") > 0; }));
+}
+
 TEST_F(DesktopTest, theMenuSaysWhatItWillSayBeforeItIsFirstOpened)
 {
     startWithHost({});

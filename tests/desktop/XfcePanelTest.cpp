@@ -128,6 +128,26 @@ TEST_F(XfcePanelTest, theItemIsShownItsPictureFollowsAndEveryLineOfItsMenuWorks)
     EXPECT_TRUE(endsByItself());
 }
 
+TEST_F(XfcePanelTest, nothingComesOverTheOpenMenu)
+{
+    startPanel();
+    startVantora();
+    ASSERT_TRUE(waitUntil([this] { return itemIsShown(); }));
+    host.ask(QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(vantora->processId()));
+    const auto labelBecomes = [this](const QString& label) {
+        return waitUntil([&] { return host.read(QStringLiteral("XAyatanaLabel")) == label; });
+    };
+    ASSERT_TRUE(labelBecomes(QStringLiteral("\U0001FA91 39:58"))); // the panel has read the menu
+    desktop.click(itemArea.center());
+    ASSERT_TRUE(waitUntil([this] { return !desktop.popups().isEmpty(); }));
+    const QRect menu = desktop.geometry(desktop.popups().first());
+    QImage last;
+    ASSERT_TRUE(waitUntil(
+        [&] { return std::exchange(last, desktop.picture(menu)) == desktop.picture(menu); }));
+    ASSERT_TRUE(labelBecomes(QStringLiteral("\U0001FA91 39:54")));
+    EXPECT_TRUE(desktop.picture(menu) == last) << "the tool tip is over it";
+}
+
 TEST_F(XfcePanelTest, theTitleFollowsTheCountdownInThePanel)
 {
     startPanel();
