@@ -113,8 +113,9 @@ void AppDelegate::useDesktop()
     m_statusItem->start(m_environment.sessionBus);
     m_environment.sessionBus.whenGreeted(this, [this](const QDBusConnection& bus) {
         if (bus.isConnected())
-            m_animations.watch(bus);
+            m_animations.watchPortal(bus);
     });
+    m_animations.watchXSettings();
 }
 
 void AppDelegate::setUpStatusItem()

@@ -1,5 +1,7 @@
 #include "platform/DesktopAnimations.h"
 
+#include "platform/XSettings.h"
+
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
@@ -15,12 +17,13 @@ const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Setting
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString gnomeGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString kdeGroup = QStringLiteral("org.kde.kdeglobals.KDE");
+const QString gtkGroup = QStringLiteral("Gtk"); // of the settings manager
 
 using Groups = QMap<QString, QVariantMap>;
 
 } // namespace
 
-void DesktopAnimations::watch(QDBusConnection bus)
+void DesktopAnimations::watchPortal(QDBusConnection bus)
 {
     qDBusRegisterMetaType<Groups>();
     // Only what is known by name can be a parameter of a slot.
@@ -31,6 +34,17 @@ void DesktopAnimations::watch(QDBusConnection bus)
                                             QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this, bus] { readAll(bus); });
     readAll(bus);
+}
+
+void DesktopAnimations::watchXSettings()
+{
+    auto* settings = new XSettings(this);
+    const auto read = [this, settings] {
+        take(gtkGroup, QStringLiteral("EnableAnimations"),
+             settings->integer("Gtk/EnableAnimations").value_or(1) != 0);
+    };
+    connect(settings, &XSettings::changed, this, read);
+    read();
 }
 
 void DesktopAnimations::readAll(QDBusConnection bus)
@@ -69,6 +83,8 @@ void DesktopAnimations::take(const QString& group, const QString& key, const QVa
         m_gnomeEnabled = value.toBool();
     else if (group == kdeGroup && key == QLatin1String("AnimationDurationFactor"))
         m_kdeEnabled = value.toDouble() > 0;
+    else if (group == gtkGroup)
+        m_gtkEnabled = value.toBool();
     if (areEnabled() != wereEnabled)
         Q_EMIT changed(areEnabled());
 }

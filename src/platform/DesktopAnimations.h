@@ -5,17 +5,23 @@
 #include <QObject>
 
 /// Whether the user wants things to move on this desktop, as its accessibility settings say. Every
-/// desktop keeps that elsewhere; the settings portal answers for those that have one. Without an
-/// answer things may move.
+/// desktop keeps that elsewhere: the settings portal answers for those that have one, the settings
+/// manager of X11 for others, as MATE. Without an answer things may move.
 class DesktopAnimations : public QObject
 {
     Q_OBJECT
 
 public:
     /// Asks the portal and follows it from then on. Returns at once.
-    void watch(QDBusConnection bus);
+    void watchPortal(QDBusConnection bus);
 
-    bool areEnabled() const { return !m_reducedMotion && m_gnomeEnabled && m_kdeEnabled; }
+    /// Asks the settings manager of X11 and follows it from then on.
+    void watchXSettings();
+
+    bool areEnabled() const
+    {
+        return !m_reducedMotion && m_gnomeEnabled && m_kdeEnabled && m_gtkEnabled;
+    }
 
 Q_SIGNALS:
     void changed(bool enabled);
@@ -30,4 +36,5 @@ private:
     bool m_reducedMotion = false;
     bool m_gnomeEnabled = true;
     bool m_kdeEnabled = true;
+    bool m_gtkEnabled = true;
 };

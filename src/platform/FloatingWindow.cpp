@@ -1,9 +1,10 @@
 #include "platform/FloatingWindow.h"
 
-#include "platform/CompositorWatch.h"
 #include "platform/LayerPopups.h"
 #include "platform/LayerShell.h"
 #include "platform/LayerSurface.h"
+#include "platform/SelectionWatch.h"
+#include "platform/X11.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QDeadlineTimer>
@@ -17,14 +18,12 @@
 #include <QWindow>
 
 #include <xcb/shape.h>
-#include <xcb/xcb.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 namespace {
@@ -35,25 +34,6 @@ constexpr uint32_t allDesktops = 0xFFFFFFFF;
 constexpr uint32_t sourceApplication = 1;
 
 enum StateChange : uint32_t { removeState = 0, addState = 1 };
-
-/// The X11 connection, or null on other window systems.
-xcb_connection_t* x11Connection()
-{
-    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
-
-/// Replies of the X server belong to the caller.
-template <typename Reply>
-std::unique_ptr<Reply, decltype(&std::free)> owned(Reply* reply)
-{
-    return {reply, &std::free};
-}
-
-xcb_window_t rootOf(xcb_connection_t* connection)
-{
-    return xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-}
 
 struct Atoms
 {
@@ -141,9 +121,7 @@ void request(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t what,
 /// Whether something makes windows translucent, by being the owner of this selection.
 bool isComposited(xcb_connection_t* connection)
 {
-    const auto owner = owned(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, atoms(connection).compositor), nullptr));
-    return owner && owner->owner != XCB_WINDOW_NONE;
+    return ownerOf(connection, atoms(connection).compositor) != XCB_WINDOW_NONE;
 }
 
 void focus(const QWidget& window, xcb_timestamp_t at)
@@ -306,10 +284,9 @@ void onCompositorChange(QWidget& window, std::function<void()> react)
     xcb_connection_t* connection = x11Connection();
     if (!connection)
         return;
-    auto* watch =
-        new CompositorWatch(connection, rootOf(connection), atoms(connection).compositor, &window);
+    auto* watch = new SelectionWatch(connection, atoms(connection).compositor, &window);
     // Once it has settled: Qt learns of it as well.
-    QObject::connect(watch, &CompositorWatch::changed, &window, std::move(react),
+    QObject::connect(watch, &SelectionWatch::changed, &window, std::move(react),
                      Qt::QueuedConnection);
 }
 

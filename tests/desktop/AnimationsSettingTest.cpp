@@ -1,8 +1,9 @@
-// The desktop's own setting for animations, told by its settings portal.
+// The desktop's own setting for animations, told by its settings portal or by the settings manager.
 
 #include "DesktopTest.h"
 #include "SettingsPortal.h"
 #include "WidgetPlaces.h"
+#include "support/SettingsData.h"
 
 namespace {
 
@@ -129,4 +130,30 @@ TEST_F(AnimationsSettingTest, whereNothingMovesTheWidgetStillWorks)
     EXPECT_TRUE(waitUntil([this] { return host.title().contains(QStringLiteral("⏸")); }));
     desktop.click(area.topLeft() + buttonAt(2, 6, true));
     EXPECT_TRUE(waitUntil([&] { return desktop.geometry(widget()) == area; }));
+}
+
+TEST_F(AnimationsSettingTest, theFigureFollowsTheSettingsManagerOfX11)
+{
+    const auto tell = [this](qint32 enabled) {
+        SettingsData settings;
+        settings.add("Net/ThemeName", QByteArray("Menta"));
+        settings.add("Gtk/EnableAnimations", enabled);
+        desktop.manageSettings(settings.bytes());
+    };
+    startVantora();
+    ASSERT_TRUE(figureMoves());
+    tell(0); // by a manager that comes late
+    EXPECT_TRUE(figureStandsStill());
+    tell(1);
+    EXPECT_TRUE(figureMoves());
+}
+
+TEST_F(AnimationsSettingTest, theSettingsManagerOfX11IsAskedAtTheStart)
+{
+    SettingsData settings;
+    settings.add("Gtk/EnableAnimations", 0);
+    desktop.manageSettings(settings.bytes());
+    startVantora();
+    EXPECT_TRUE(figureStandsStill());
+    EXPECT_FALSE(figureMovesInThisSecond());
 }

@@ -27,7 +27,10 @@ constexpr int leastMenuHeight = 100;
 Desktop::Desktop(const QString& display)
     : m_connection(xcb_connect(display.toLatin1().constData(), nullptr))
     , m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root)
+    , m_service(xcb_generate_id(m_connection))
 {
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_service, m_root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     if (!waitUntil([this] { return isSet(m_root, "_NET_SUPPORTING_WM_CHECK"); }))
         qFatal("no window manager on %s", qPrintable(display));
     // It says so before it takes up its work: see it done with a first window.
@@ -143,14 +146,17 @@ bool Desktop::isCut(xcb_window_t window) const
 
 void Desktop::becomeCompositor(bool yes) const
 {
-    static const xcb_window_t owner = [this] {
-        const xcb_window_t made = xcb_generate_id(m_connection);
-        xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, made, m_root, 0, 0, 1, 1, 0,
-                          XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-        return made;
-    }();
-    xcb_set_selection_owner(m_connection, yes ? owner : xcb_window_t{XCB_WINDOW_NONE},
+    xcb_set_selection_owner(m_connection, yes ? m_service : xcb_window_t{XCB_WINDOW_NONE},
                             atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+    xcb_flush(m_connection);
+}
+
+void Desktop::manageSettings(const QByteArray& settings) const
+{
+    const xcb_atom_t property = atom("_XSETTINGS_SETTINGS");
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, m_service, property, property, 8,
+                        static_cast<uint32_t>(settings.size()), settings.constData());
+    xcb_set_selection_owner(m_connection, m_service, atom("_XSETTINGS_S0"), XCB_CURRENT_TIME);
     xcb_flush(m_connection);
 }
 

@@ -44,6 +44,9 @@ public:
     /// Becomes what makes windows translucent, as far as other programs can tell, or no longer.
     void becomeCompositor(bool yes) const;
 
+    /// Is the settings manager from now on, with these settings (XSETTINGS).
+    void manageSettings(const QByteArray& settings) const;
+
     xcb_window_t focused() const;
     xcb_window_t active() const { return rootProperty("_NET_ACTIVE_WINDOW").value(0); }
 
@@ -88,5 +91,6 @@ private:
 
     xcb_connection_t* m_connection;
     xcb_window_t m_root;
+    xcb_window_t m_service; ///< never seen: it owns what services of a desktop own
     int m_focusLosses = 0;
 };
