@@ -47,7 +47,7 @@ void DesktopAnimations::watchXSettings()
     read();
 }
 
-void DesktopAnimations::readAll(QDBusConnection bus)
+void DesktopAnimations::readAll(const QDBusConnection& bus)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface,
                                                        QStringLiteral("ReadAll"));

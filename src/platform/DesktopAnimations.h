@@ -30,7 +30,7 @@ private Q_SLOTS:
     void settingChanged(const QString& group, const QString& key, const QDBusVariant& value);
 
 private:
-    void readAll(QDBusConnection bus);
+    void readAll(const QDBusConnection& bus);
     void take(const QString& group, const QString& key, const QVariant& value);
 
     bool m_reducedMotion = false;
