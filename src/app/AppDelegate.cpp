@@ -100,6 +100,9 @@ void AppDelegate::applicationDidFinishLaunching()
     connect(&service, &ApplicationService::actionActivated, this, &AppDelegate::activateAction);
     connect(&service, &ApplicationService::becameSecond, this, &AppDelegate::quit);
 
+    // Their keys work in each window of the program.
+    m_panel->addActions(m_menu->actions());
+
     // The rest of the desktop can wait for the widget's first frame, but not for ever.
     connect(view, &WidgetView::firstFramePainted, this, &AppDelegate::useDesktop);
     QTimer::singleShot(1s, this, &AppDelegate::useDesktop);

@@ -18,15 +18,12 @@ namespace {
 
 constexpr auto positionKey = "VantoraWidget";
 constexpr auto settledAfter = 500ms;
-constexpr Curve resizing{Curve::Shape::easeInOut, 0.3};
 
-QList<ScreenPlace> screenPlaces()
-{
-    QList<ScreenPlace> places;
-    for (const QScreen* screen : QGuiApplication::screens())
-        places.append({screen->name(), screen->geometry()});
-    return places;
-}
+/// How far above a screen, or to its left, the pointer may seem to be, in logical pixels: where a
+/// compositor counts places from the corner that panels leave free, it may be on a panel.
+constexpr int thickestPanel = 64;
+
+constexpr Curve resizing{Curve::Shape::easeInOut, 0.3};
 
 } // namespace
 
@@ -197,26 +194,45 @@ void FloatingPanel::moveEvent(QMoveEvent* event)
 
 void FloatingPanel::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || !m_rootView->isOnCard(event->position()))
+    if (event->button() != Qt::LeftButton) {
+        letGo(); // The menu that this opens may get the release.
+        return;
+    }
+    // A finger's way is not told where that of the pointer is.
+    const bool hasWay = !m_travel || event->source() == Qt::MouseEventNotSynthesized;
+    if (!hasWay || !m_rootView->isOnCard(event->position()))
         return;
     m_pressed = true;
-    m_pressedAt = event->globalPosition().toPoint();
+    m_pressedAt =
+        m_travel ? m_topLeft + event->position().toPoint() : event->globalPosition().toPoint();
     m_grabbedAt = m_pressedAt - m_topLeft;
 }
 
 void FloatingPanel::mouseMoveEvent(QMouseEvent* event)
 {
+    if ((event->buttons() & Qt::LeftButton) == 0)
+        letGo(); // Somebody else got the release.
     followPointer(event->globalPosition().toPoint());
 }
 
 void FloatingPanel::followPointer(QPoint reportedAt)
 {
-    pointerIsAt(m_travel ? m_pressedAt + m_travel->distance().toPoint() : reportedAt);
+    if (!m_pressed)
+        return;
+    if (!m_travel) {
+        pointerIsAt(reportedAt);
+        return;
+    }
+    const QPoint at = m_pressedAt + m_travel->distance().toPoint();
+    const QPoint reached = nearestOnScreens(at, thickestPanel, screenPlaces());
+    if (reached != at)
+        m_travel->setDistance(reached - m_pressedAt);
+    pointerIsAt(reached);
 }
 
 void FloatingPanel::pointerIsAt(QPoint at)
 {
-    if (m_pressed && (at - m_pressedAt).manhattanLength() >= QApplication::startDragDistance())
+    if ((at - m_pressedAt).manhattanLength() >= QApplication::startDragDistance())
         m_dragging = true;
     if (m_dragging) {
         moveTo(at - m_grabbedAt);
@@ -247,6 +263,8 @@ void FloatingPanel::moveHasSettled()
     // A window manager may have stopped it short of where it was dragged.
     if (isWhereQtSays(*this))
         m_topLeft = pos();
+    if (const QPoint seen = broughtBack(m_topLeft, size(), screenPlaces()); seen != m_topLeft)
+        moveTo(seen);
     savePosition();
 }
 

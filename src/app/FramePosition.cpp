@@ -1,5 +1,7 @@
 #include "app/FramePosition.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QStringList>
 
 #include <algorithm>
@@ -15,6 +17,19 @@ QPoint nearestInside(QPoint topLeft, QSize window, const QRect& screen)
     const int bottom = std::max(screen.y() + screen.height() - window.height(), screen.y());
     return {std::clamp(topLeft.x(), screen.x(), right),
             std::clamp(topLeft.y(), screen.y(), bottom)};
+}
+
+QPoint nearestOnAny(QPoint topLeft, QSize window, int margin, const QList<ScreenPlace>& screens)
+{
+    std::optional<QPoint> nearest;
+    for (const ScreenPlace& screen : screens) {
+        const QPoint inside =
+            nearestInside(topLeft, window, screen.geometry.adjusted(-margin, -margin, 0, 0));
+        if (!nearest ||
+            (inside - topLeft).manhattanLength() < (*nearest - topLeft).manhattanLength())
+            nearest = inside;
+    }
+    return nearest.value_or(topLeft);
 }
 
 /// Window systems count positions in 16 bits.
@@ -59,6 +74,14 @@ std::optional<FramePosition> framePositionFromText(const QString& text)
     return position;
 }
 
+QList<ScreenPlace> screenPlaces()
+{
+    QList<ScreenPlace> places;
+    for (const QScreen* screen : QGuiApplication::screens())
+        places.append({screen->name(), screen->geometry()});
+    return places;
+}
+
 QPoint topLeftOn(const FramePosition& position, const QList<ScreenPlace>& screens)
 {
     const auto screen =
@@ -76,19 +99,16 @@ QPoint firstTopLeft(const QRect& available, QSize window)
             available.y() + firstInset};
 }
 
+QPoint nearestOnScreens(QPoint point, int margin, const QList<ScreenPlace>& screens)
+{
+    return nearestOnAny(point, {1, 1}, margin, screens);
+}
+
 QPoint broughtBack(QPoint topLeft, QSize window, const QList<ScreenPlace>& screens)
 {
     const QRect frame(topLeft, window);
     const bool onScreen =
         std::any_of(screens.begin(), screens.end(),
                     [&](const ScreenPlace& screen) { return screen.geometry.intersects(frame); });
-    if (onScreen || screens.isEmpty())
-        return topLeft;
-    QPoint nearest = nearestInside(topLeft, window, screens.first().geometry);
-    for (const ScreenPlace& screen : screens) {
-        const QPoint inside = nearestInside(topLeft, window, screen.geometry);
-        if ((inside - topLeft).manhattanLength() < (nearest - topLeft).manhattanLength())
-            nearest = inside;
-    }
-    return nearest;
+    return onScreen ? topLeft : nearestOnAny(topLeft, window, 0, screens);
 }

@@ -36,8 +36,15 @@ struct ScreenPlace
     QRect geometry;
 };
 
+/// The screens that there are.
+QList<ScreenPlace> screenPlaces();
+
 /// Where the position is now: it has moved along with its screen, if that is there.
 QPoint topLeftOn(const FramePosition& position, const QList<ScreenPlace>& screens);
+
+/// `point` if it is on one of the `screens`, or at most `margin` to the left of it or above it, or
+/// else the nearest such place.
+QPoint nearestOnScreens(QPoint point, int margin, const QList<ScreenPlace>& screens);
 
 /// `topLeft` if any part of the window is on one of the `screens`, or else the nearest place at
 /// which all of it is.

@@ -1,5 +1,6 @@
 #include "app/PanelWindow.h"
 
+#include "app/FramePosition.h"
 #include "panel/Branding.h"
 #include "platform/FloatingWindow.h"
 
@@ -35,10 +36,11 @@ void PanelWindow::makeKeyAndOrderFront()
 {
     layout()->activate();
     if (!isVisible())
-        move(m_topLeft);
+        move(broughtBack(m_topLeft, frameGeometry().size(), screenPlaces()));
     show();
     raise();
     activateWindow();
+    activateForUser(*this);
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event)

@@ -28,7 +28,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto busAddress = "DBUS_SESSION_BUS_ADDRESS";
-constexpr auto busAnswersWithin = 300ms;
+constexpr auto busAnswersWithin = 2s; ///< even at a busy login
 
 /// The folder of the program's sounds: beside the program where it was built, below the prefix
 /// where it is installed.
@@ -59,7 +59,7 @@ int main(int argc, char* argv[])
     const std::jthread fontLookup = prepareFontFiles();
     NameOnBus name{};
     std::jthread busQuestion([&name] {
-        name = askBusFor(ApplicationService::name, qgetenv(busAddress), busAnswersWithin);
+        name = askBusFor(ApplicationService::name, sessionBusAddress(), busAnswersWithin);
     });
     std::optional<WindowSystem> windowSystem(std::in_place);
     QApplication application(argc, argv);

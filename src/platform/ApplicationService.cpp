@@ -34,6 +34,15 @@ QVariantMap platformData()
     return data;
 }
 
+/// Qt uses the token when it next activates a window.
+void takeToken(const QVariantMap& platformData)
+{
+    const QByteArray token =
+        platformData.value(QStringLiteral("activation-token")).toString().toUtf8();
+    if (!token.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", token);
+}
+
 } // namespace
 
 void ApplicationService::claim(QDBusConnection bus)
@@ -52,8 +61,9 @@ void ApplicationService::claim(QDBusConnection bus)
     Q_EMIT becameSecond();
 }
 
-void ApplicationService::Activate(const QVariantMap&)
+void ApplicationService::Activate(const QVariantMap& platformData)
 {
+    takeToken(platformData);
     Q_EMIT activated();
 }
 
@@ -64,7 +74,8 @@ void ApplicationService::Open(const QStringList&, const QVariantMap&)
 }
 
 void ApplicationService::ActivateAction(const QString& action, const QVariantList&,
-                                        const QVariantMap&)
+                                        const QVariantMap& platformData)
 {
+    takeToken(platformData);
     Q_EMIT actionActivated(action);
 }

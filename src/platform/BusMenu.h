@@ -50,9 +50,9 @@ public:
                                                          QList<int>& idErrors);
 
 Q_SIGNALS:
-    /// The tray shows the menu now, or no longer, as far as it tells. Not all tell of the end: it is
-    /// taken for closed a minute after the tray told that it is open, and 15 seconds after the tray
-    /// only asked what it says.
+    /// The tray shows the menu now, or no longer, as far as it tells. Not all tell of the end: it
+    /// is taken for closed a minute after the tray told that it is open, and 15 seconds after the
+    /// tray only asked what it says.
     void shown(bool isOpen);
 
     Q_SCRIPTABLE void ItemsPropertiesUpdated(const QList<BusMenuItem>& updatedProps,

@@ -11,6 +11,10 @@ enum class NameOnBus {
     unsaid, ///< the bus takes a connection and does not answer
 };
 
+/// The D-Bus address of the session bus: the environment's, or where a user's bus usually is. Empty
+/// without one.
+QByteArray sessionBusAddress();
+
 /// Asks the bus at this D-Bus address about a name, and waits at most `atMost` for its answer. Of
 /// an address that it does not understand it says that the name is free.
 ///

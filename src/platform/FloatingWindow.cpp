@@ -30,8 +30,10 @@ namespace {
 
 constexpr uint32_t allDesktops = 0xFFFFFFFF;
 
-/// "From an ordinary application", in the words of the window manager protocol.
+/// Who asks, in the words of the window manager protocol: an ordinary application, or the user by
+/// means of one.
 constexpr uint32_t sourceApplication = 1;
+constexpr uint32_t sourceUser = 2;
 
 enum StateChange : uint32_t { removeState = 0, addState = 1 };
 
@@ -54,6 +56,7 @@ struct Atoms
             "_NET_WM_WINDOW_TYPE",
             "_KDE_NET_WM_WINDOW_TYPE_CRITICAL_NOTIFICATION",
             "_NET_WM_WINDOW_TYPE_UTILITY",
+            "_NET_ACTIVE_WINDOW",
         };
         const std::array values{&desktop,
                                 &state,
@@ -68,7 +71,8 @@ struct Atoms
                                 &currentDesktop,
                                 &type,
                                 &criticalNotification,
-                                &utility};
+                                &utility,
+                                &activeWindow};
         // All questions first, so that the answers come in one round trip.
         std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -95,6 +99,7 @@ struct Atoms
     xcb_atom_t type = XCB_ATOM_NONE;
     xcb_atom_t criticalNotification = XCB_ATOM_NONE;
     xcb_atom_t utility = XCB_ATOM_NONE;
+    xcb_atom_t activeWindow = XCB_ATOM_NONE;
 };
 
 const Atoms& atoms(xcb_connection_t* connection)
@@ -131,6 +136,33 @@ void focus(const QWidget& window, xcb_timestamp_t at)
                         static_cast<xcb_window_t>(window.internalWinId()), at);
     xcb_flush(connection);
 }
+
+/// Gives a window the keyboard as soon as it is on the screen. The window manager may still be
+/// about to put it there.
+class FocusOnceSeen : public QObject
+{
+public:
+    explicit FocusOnceSeen(QWidget& window)
+        : QObject(&window)
+        , m_window(window)
+    {
+        window.windowHandle()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Expose && m_window.windowHandle()->isExposed()) {
+            focus(m_window, XCB_CURRENT_TIME);
+            deleteLater();
+        } else if (event->type() == QEvent::Hide) {
+            deleteLater();
+        }
+        return false;
+    }
+
+private:
+    QWidget& m_window;
+};
 
 /// A window manager offers the keyboard to a floating window when it is clicked, when the user goes
 /// to another desktop, and when the user asks for the window by other means, as a key binding. Only
@@ -262,8 +294,20 @@ void takeKeyboard(QWidget& window)
 {
     if (LayerSurface* surface = LayerSurface::of(window))
         surface->takeKeyboard();
-    else if (x11Connection())
+    else if (x11Connection() && window.windowHandle()->isExposed())
         focus(window, XCB_CURRENT_TIME);
+    else if (x11Connection())
+        new FocusOnceSeen(window);
+}
+
+void activateForUser(QWidget& window)
+{
+    xcb_connection_t* connection = x11Connection();
+    if (!connection || !window.windowHandle()->isExposed())
+        return; // A new window gets it anyhow.
+    request(connection, static_cast<xcb_window_t>(window.winId()), atoms(connection).activeWindow,
+            {sourceUser, XCB_CURRENT_TIME});
+    xcb_flush(connection);
 }
 
 QRect freeAreaOf(const QScreen& screen)

@@ -34,8 +34,8 @@ void takeGlobal(void* data, wl_registry* registry, uint32_t name, const char* in
         shell->relativePointers = static_cast<zwp_relative_pointer_manager_v1*>(
             bind(registry, name, zwp_relative_pointer_manager_v1_interface, 1));
     } else if (std::strcmp(interface, wl_seat_interface.name) == 0 && !shell->seat) {
-        shell->seat =
-            new WaylandSeat(static_cast<wl_seat*>(bind(registry, name, wl_seat_interface, 1)));
+        shell->seat = new WaylandSeat(static_cast<wl_seat*>(bind(
+            registry, name, wl_seat_interface, std::min(version, WaylandSeat::newestVersion))));
     }
 }
 

@@ -210,7 +210,7 @@ void LayerSurface::detach()
     if (!m_role)
         return;
     if (m_keyboard)
-        wl_keyboard_destroy(m_keyboard);
+        WaylandSeat::release(m_keyboard);
     m_keyboard = nullptr;
     zwlr_layer_surface_v1_destroy(m_role);
     m_role = nullptr;
@@ -221,7 +221,9 @@ void LayerSurface::adapt()
 {
     if (!m_window.isVisible())
         return;
-    if (m_role && (m_screen == wantedScreen() || QGuiApplication::mouseButtons() != Qt::NoButton))
+    // A drag ends on the surface that it began on.
+    const bool isDragged = m_screen && QGuiApplication::mouseButtons() != Qt::NoButton;
+    if (m_role && (m_screen == wantedScreen() || isDragged))
         commitPlace();
     else
         showAnew();
@@ -294,7 +296,7 @@ void LayerSurface::focusChanged(const QWindow* focused)
 
 void LayerSurface::keyboardLost()
 {
-    wl_keyboard_destroy(m_keyboard);
+    WaylandSeat::release(m_keyboard);
     m_keyboard = nullptr;
     // A click does not bring it back.
     setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);

@@ -23,6 +23,8 @@ PointerTravel::PointerTravel()
 
 void PointerTravel::listen()
 {
+    if (!layerShell()->seat->hasPointer())
+        stopListening();
     if (m_pointer)
         return;
     m_pointer = layerShell()->seat->pointer();
@@ -60,10 +62,19 @@ void PointerTravel::listen()
     zwp_relative_pointer_v1_add_listener(m_relative, &relativeListener, this);
 }
 
-PointerTravel::~PointerTravel()
+/// A mouse that comes back is another one; this one's release will not be told.
+void PointerTravel::stopListening()
 {
+    m_isPressed = false;
+    m_distance = {};
     if (!m_pointer)
         return;
     zwp_relative_pointer_v1_destroy(m_relative);
-    wl_pointer_destroy(m_pointer);
+    WaylandSeat::release(m_pointer);
+    m_pointer = nullptr;
+}
+
+PointerTravel::~PointerTravel()
+{
+    stopListening();
 }

@@ -19,8 +19,10 @@ public:
     static std::unique_ptr<PointerTravel> watch();
     ~PointerTravel() override;
 
-    /// From the last press to now, or to the release of the button; in logical pixels.
+    /// From the last press to now, or to the release of the button; in logical pixels. It goes on
+    /// where the pointer stands at the edge of the screen: the caller then says how far it came.
     QPointF distance() const { return m_distance; }
+    void setDistance(QPointF distance) { m_distance = distance; }
 
 Q_SIGNALS:
     void travelled();
@@ -28,8 +30,9 @@ Q_SIGNALS:
 private:
     PointerTravel();
     void listen();
+    void stopListening();
 
-    /// The compositor's word on buttons, in one order with that on ways. Null before there is a
+    /// The compositor's word on buttons, in one order with that on ways. Null while there is no
     /// mouse.
     wl_pointer* m_pointer = nullptr;
     zwp_relative_pointer_v1* m_relative = nullptr;

@@ -17,14 +17,38 @@ WaylandSeat::WaylandSeat(wl_seat* seat)
     wl_seat_add_listener(seat, &listener, this);
 }
 
+bool WaylandSeat::hasPointer() const
+{
+    return (m_capabilities & WL_SEAT_CAPABILITY_POINTER) != 0;
+}
+
+bool WaylandSeat::hasKeyboard() const
+{
+    return (m_capabilities & WL_SEAT_CAPABILITY_KEYBOARD) != 0;
+}
+
 wl_pointer* WaylandSeat::pointer() const
 {
-    return (m_capabilities & WL_SEAT_CAPABILITY_POINTER) != 0 ? wl_seat_get_pointer(m_seat)
-                                                              : nullptr;
+    return hasPointer() ? wl_seat_get_pointer(m_seat) : nullptr;
 }
 
 wl_keyboard* WaylandSeat::keyboard() const
 {
-    return (m_capabilities & WL_SEAT_CAPABILITY_KEYBOARD) != 0 ? wl_seat_get_keyboard(m_seat)
-                                                               : nullptr;
+    return hasKeyboard() ? wl_seat_get_keyboard(m_seat) : nullptr;
+}
+
+void WaylandSeat::release(wl_pointer* pointer)
+{
+    if (wl_pointer_get_version(pointer) >= WL_POINTER_RELEASE_SINCE_VERSION)
+        wl_pointer_release(pointer);
+    else
+        wl_pointer_destroy(pointer);
+}
+
+void WaylandSeat::release(wl_keyboard* keyboard)
+{
+    if (wl_keyboard_get_version(keyboard) >= WL_KEYBOARD_RELEASE_SINCE_VERSION)
+        wl_keyboard_release(keyboard);
+    else
+        wl_keyboard_destroy(keyboard);
 }

@@ -14,12 +14,21 @@ class WaylandSeat : public QObject
     Q_OBJECT
 
 public:
-    /// A seat that was bound in its first version, and just now.
+    /// The newest version of the interface that may be bound for this.
+    static constexpr uint32_t newestVersion = 3;
+
+    /// A seat that was bound just now.
     explicit WaylandSeat(wl_seat* seat);
 
-    /// The caller's own. Null while there is none: asking the compositor would end the connection.
+    bool hasPointer() const;
+    bool hasKeyboard() const;
+
+    /// The caller's own, to be given back with release(). Null while there is none: asking the
+    /// compositor would end the connection.
     wl_pointer* pointer() const;
     wl_keyboard* keyboard() const;
+    static void release(wl_pointer* pointer);
+    static void release(wl_keyboard* keyboard);
 
 Q_SIGNALS:
     void changed();

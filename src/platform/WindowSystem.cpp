@@ -40,6 +40,8 @@ bool compositorHasLayerShell()
 
 WindowSystem::WindowSystem()
 {
+    // Of several monitors of X11 Qt takes the whole for free of panels, if this is not set.
+    qputenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1");
     if (!qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
         return;
     m_isChosen = !qEnvironmentVariableIsSet(platform);

@@ -291,6 +291,22 @@ TEST_F(FloatingPanelTest, onlyTheLeftButtonDrags)
     EXPECT_EQ(panel->pos(), corner);
 }
 
+TEST_F(FloatingPanelTest, aDragEndsWhereTheMenuOpens)
+{
+    const auto panel = makePanel();
+    panel->orderFrontRegardless();
+    const QPoint corner = panel->pos();
+    const QPoint middle = panel->rect().center();
+    Pointer pointer(*panel);
+    pointer.press(middle);
+    pointer.press(middle, Qt::RightButton);
+    pointer.moveTo(middle + QPoint(60, 60));
+    EXPECT_EQ(panel->pos(), corner);
+    pointer.release(Qt::RightButton);
+    pointer.release();
+    EXPECT_EQ(panel->pos(), corner);
+}
+
 TEST_F(FloatingPanelTest, theCornersOutsideTheOutlineAndTheButtonsDragNothing)
 {
     const auto panel = makePanel();

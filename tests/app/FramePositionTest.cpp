@@ -89,3 +89,13 @@ TEST(FramePositionTest, withoutAScreenThePlaceIsKept)
 {
     EXPECT_EQ(broughtBack({5000, 5000}, full, {}), QPoint(5000, 5000));
 }
+
+TEST(FramePositionTest, aPointIsKeptOnTheScreensAndALittleAboveAndToTheLeft)
+{
+    for (const QPoint point : {QPoint(0, 0), QPoint(1919, 1079), QPoint(-30, 500), QPoint(9, -30)})
+        EXPECT_EQ(nearestOnScreens(point, 30, oneScreen), point);
+    EXPECT_EQ(nearestOnScreens({1920, 1080}, 30, oneScreen), QPoint(1919, 1079));
+    EXPECT_EQ(nearestOnScreens({-31, -900}, 30, oneScreen), QPoint(-30, -30));
+    EXPECT_EQ(nearestOnScreens({2500, 10}, 0, twoScreens), QPoint(2500, 10));
+    EXPECT_EQ(nearestOnScreens({9000, 9000}, 30, {}), QPoint(9000, 9000));
+}

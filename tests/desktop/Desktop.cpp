@@ -211,6 +211,21 @@ void Desktop::request(xcb_window_t window, const char* what, std::array<uint32_t
     xcb_flush(m_connection);
 }
 
+void Desktop::openPanel(int height) const
+{
+    const xcb_window_t panel = openOtherWindow({0, 0, 1920, height});
+    const xcb_atom_t type = atom("_NET_WM_WINDOW_TYPE_DOCK");
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, panel, atom("_NET_WM_WINDOW_TYPE"),
+                        XCB_ATOM_ATOM, 32, 1, &type);
+    const std::array<uint32_t, 4> room{0, 0, static_cast<uint32_t>(height)};
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, panel, atom("_NET_WM_STRUT"),
+                        XCB_ATOM_CARDINAL, 32, room.size(), room.data());
+    xcb_flush(m_connection);
+    if (!waitUntil(
+            [&] { return rootProperty("_NET_WORKAREA").value(1) == static_cast<quint32>(height); }))
+        qFatal("the window manager knows no panels");
+}
+
 void Desktop::activate(xcb_window_t window) const
 {
     constexpr uint32_t sourceTaskBar = 2;

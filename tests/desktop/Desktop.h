@@ -53,6 +53,9 @@ public:
     /// Opens an ordinary window; it ends with the desktop.
     xcb_window_t openOtherWindow(const QRect& geometry) const;
 
+    /// Opens a panel of this height along the top of the screen; windows are kept off it.
+    void openPanel(int height) const;
+
     /// Gives a window the focus, as a task bar does.
     void activate(xcb_window_t window) const;
 

@@ -42,6 +42,13 @@ private:
     }
 };
 
+TEST_F(MonitorsTest, theFirstPlaceIsBesideThePanelsOfTheFirstMonitor)
+{
+    desktop.openPanel(40);
+    startVantora();
+    EXPECT_TRUE(widgetComesTo({960 - 250 - 24, 40 + 24}));
+}
+
 TEST_F(MonitorsTest, itWaitsOnAnotherMonitorUntilItsOwnIsBack)
 {
     remember("1200 200 right @960:0");

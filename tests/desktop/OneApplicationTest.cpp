@@ -1,9 +1,7 @@
 // The program is there once, and others can act on it over the bus.
 
 #include "DesktopTest.h"
-
-#include <QDBusPendingCall>
-#include <QDBusPendingReply>
+#include "Launcher.h"
 
 #include <array>
 #include <csignal>
@@ -17,29 +15,7 @@ const QString applicationId = QStringLiteral("io.github.vantora.Vantora");
 class OneApplicationTest : public DesktopTest
 {
 protected:
-    QDBusConnection bus() const
-    {
-        return QDBusConnection::connectToBus(world.busAddress(), QStringLiteral("launcher"));
-    }
-
-    QDBusMessage call(const QString& method, const QVariantList& arguments)
-    {
-        QDBusMessage message = QDBusMessage::createMethodCall(
-            applicationId, QStringLiteral("/io/github/vantora/Vantora"),
-            QStringLiteral("org.freedesktop.Application"), method);
-        message.setArguments(arguments);
-        const QDBusPendingCall answer = bus().asyncCall(message);
-        EXPECT_TRUE(waitUntil([&] { return answer.isFinished(); }));
-        return answer.reply();
-    }
-
-    void act(const QString& action)
-    {
-        EXPECT_EQ(
-            call(QStringLiteral("ActivateAction"), {action, QVariantList(), QVariantMap()}).type(),
-            QDBusMessage::ReplyMessage)
-            << action.toStdString();
-    }
+    void act(const QString& action) { EXPECT_TRUE(::act(world, action)) << action.toStdString(); }
 
     bool titleBegins(const QString& beginning)
     {
@@ -145,12 +121,13 @@ TEST_F(OneApplicationTest, keyBindingsAndLaunchersActOnIt)
         waitUntil([&] { return desktop.geometry(panelWindow()).height() != settingsHeight; }));
     act(QStringLiteral("nonsense"));
     act(QString());
-    EXPECT_EQ(call(QStringLiteral("ActivateAction"), {42}).type(), QDBusMessage::ErrorMessage);
-    EXPECT_EQ(call(QStringLiteral("Explode"), {}).type(), QDBusMessage::ErrorMessage);
-    EXPECT_EQ(
-        call(QStringLiteral("Open"), {QStringList{QStringLiteral("file:///x")}, QVariantMap()})
-            .type(),
-        QDBusMessage::ReplyMessage);
+    EXPECT_EQ(callProgram(world, QStringLiteral("ActivateAction"), {42}).type(),
+              QDBusMessage::ErrorMessage);
+    EXPECT_EQ(callProgram(world, QStringLiteral("Explode"), {}).type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(callProgram(world, QStringLiteral("Open"),
+                          {QStringList{QStringLiteral("file:///x")}, QVariantMap()})
+                  .type(),
+              QDBusMessage::ReplyMessage);
     act(QStringLiteral("quit"));
     ASSERT_TRUE(endsByItself());
     EXPECT_EQ(vantora->exitCode(), 0);

@@ -94,6 +94,16 @@ TEST_F(PanelWindowTest, theGearOfTheWidgetOpensIt)
     EXPECT_TRUE(waitUntil([this] { return hasFocus(panelWindow()); }));
 }
 
+TEST_F(PanelWindowTest, askedForAgainItTakesTheKeyboardFromAnotherWindow)
+{
+    startWithHost({});
+    open(QStringLiteral("Settings…"));
+    const xcb_window_t other = openFocusedWindow();
+    ASSERT_TRUE(hasFocus(other));
+    open(QStringLiteral("Logs…"));
+    EXPECT_TRUE(hasFocus(panelWindow()));
+}
+
 TEST_F(PanelWindowTest, closedItComesBackWhereItWas)
 {
     startWithHost({});

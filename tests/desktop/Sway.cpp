@@ -190,8 +190,8 @@ void Sway::startIn(const QByteArray& settings)
     wl_registry_destroy(registry);
     if (!globals.pointers || !globals.keyboards || !globals.seat)
         qFatal("sway knows no virtual pointers and keyboards");
-    m_pointer = zwlr_virtual_pointer_manager_v1_create_virtual_pointer(globals.pointers, nullptr);
-    zwlr_virtual_pointer_manager_v1_destroy(globals.pointers);
+    m_pointers = globals.pointers;
+    plugPointer();
     m_keyboard =
         zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(globals.keyboards, globals.seat);
     zwp_virtual_keyboard_manager_v1_destroy(globals.keyboards);
@@ -208,6 +208,7 @@ Sway::~Sway()
 {
     zwp_virtual_keyboard_v1_destroy(m_keyboard);
     zwlr_virtual_pointer_v1_destroy(m_pointer);
+    zwlr_virtual_pointer_manager_v1_destroy(m_pointers);
     wl_display_disconnect(m_display);
 }
 
@@ -287,6 +288,26 @@ void Sway::moveTo(QPoint at)
         m_pointer, 0, static_cast<uint32_t>(at.x()), static_cast<uint32_t>(at.y()),
         static_cast<uint32_t>(m_layoutSize.width()), static_cast<uint32_t>(m_layoutSize.height()));
     sent();
+}
+
+void Sway::moveBy(QPoint way)
+{
+    zwlr_virtual_pointer_v1_motion(m_pointer, 0, wl_fixed_from_int(way.x()),
+                                   wl_fixed_from_int(way.y()));
+    sent();
+}
+
+void Sway::unplugPointer()
+{
+    zwlr_virtual_pointer_v1_destroy(m_pointer);
+    m_pointer = nullptr;
+    wl_display_roundtrip(m_display);
+}
+
+void Sway::plugPointer()
+{
+    m_pointer = zwlr_virtual_pointer_manager_v1_create_virtual_pointer(m_pointers, nullptr);
+    wl_display_roundtrip(m_display);
 }
 
 void Sway::press(int button)

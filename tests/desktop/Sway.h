@@ -9,6 +9,7 @@
 #include <QStringList>
 
 struct wl_display;
+struct zwlr_virtual_pointer_manager_v1;
 struct zwlr_virtual_pointer_v1;
 struct zwp_virtual_keyboard_v1;
 
@@ -53,9 +54,14 @@ public:
     /// Tells how much room all screens take together; at first that is the one screen's.
     void setLayoutSize(QSize size) { m_layoutSize = size; }
     void moveTo(QPoint at);
+    void moveBy(QPoint way);
     void press(int button = leftButton);
     void release(int button = leftButton);
     void click(QPoint at, int button = leftButton);
+
+    /// The only pointer that it has.
+    void unplugPointer();
+    void plugPointer();
 
     /// Presses and releases the key of this number, as the kernel counts keys.
     void type(int key);
@@ -71,6 +77,7 @@ private:
     World& m_world;
     QSize m_layoutSize{1280, 800};
     wl_display* m_display = nullptr;
+    zwlr_virtual_pointer_manager_v1* m_pointers = nullptr;
     zwlr_virtual_pointer_v1* m_pointer = nullptr;
     zwp_virtual_keyboard_v1* m_keyboard = nullptr;
 };

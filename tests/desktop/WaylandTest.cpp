@@ -1,15 +1,13 @@
 // The widget on a Wayland compositor with a layer shell.
 
 #include "Desktop.h"
+#include "Launcher.h"
 #include "Sway.h"
 #include "TrayHost.h"
 #include "WidgetPlaces.h"
 #include "World.h"
 #include "support/Pixels.h"
 #include "support/Waiting.h"
-
-#include <QDBusPendingCall>
-#include <QDBusPendingReply>
 
 #include <gtest/gtest.h>
 
@@ -86,19 +84,7 @@ protected:
         return waitUntil([&] { return !host.title().contains(u'⏸'); });
     }
 
-    void act(const QString& action)
-    {
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            QStringLiteral("io.github.vantora.Vantora"),
-            QStringLiteral("/io/github/vantora/Vantora"),
-            QStringLiteral("org.freedesktop.Application"), QStringLiteral("ActivateAction"));
-        call.setArguments({action, QVariantList(), QVariantMap()});
-        const QDBusPendingCall answer =
-            QDBusConnection::connectToBus(world.busAddress(), QStringLiteral("launcher"))
-                .asyncCall(call);
-        ASSERT_TRUE(waitUntil([&] { return answer.isFinished(); }));
-        ASSERT_FALSE(answer.isError());
-    }
+    void act(const QString& action) { ASSERT_TRUE(::act(world, action)); }
 
     /// Opens the panel window, which then has the keyboard.
     void openPanel()
@@ -188,6 +174,37 @@ TEST_F(WaylandTest, aDragMovesItExactlyAndIsRemembered)
     EXPECT_EQ(vantora->exitStatus(), QProcess::NormalExit);
     startVantora();
     EXPECT_EQ(widget(), last);
+}
+
+TEST_F(WaylandTest, aPointerThatComesBackDragsIt)
+{
+    start();
+    drag(firstPlace + ringCenter, {-333, 211});
+    const QRect place(firstPlace + QPoint(-333, 211), fullSize);
+    ASSERT_TRUE(widgetBecomes(place));
+    sway->unplugPointer();
+    sway->plugPointer();
+    sway->click(place.topLeft() + ringCenter);
+    letItDecide();
+    EXPECT_EQ(widget(), place);
+    drag(place.topLeft() + ringCenter, {-100, 50});
+    EXPECT_TRUE(widgetBecomes(place.translated(-100, 50)));
+}
+
+TEST_F(WaylandTest, itStaysWithAPointerThatStandsAtTheEdge)
+{
+    start();
+    sway->moveTo(firstPlace + ringCenter);
+    sway->press();
+    sway->moveBy({-100, 100});
+    ASSERT_TRUE(widgetBecomes(QRect(firstPlace + QPoint(-100, 100), fullSize)));
+    for (int i = 0; i < 10; ++i)
+        sway->moveBy({300, 300});
+    // The pointer is in the corner now, and goes back from there.
+    sway->moveBy({-500, -300});
+    sway->release();
+    const QPoint dropped = QPoint(1279 - 500, 799 - 300) - ringCenter;
+    EXPECT_TRUE(widgetBecomes(QRect(dropped, fullSize)));
 }
 
 TEST_F(WaylandTest, aShortWayIsNoDragAndAButtonIsNone)

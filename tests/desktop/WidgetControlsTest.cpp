@@ -26,9 +26,13 @@ protected:
         return gray(disc) > gray(gapAfter(0, count, compact)) + 10;
     }
 
+    /// Waits for the button, which may still be on its way to its place.
     void clickButton(int number, int count, bool compact) const
     {
-        desktop.click(onScreen(buttonAt(number, count, compact)));
+        const QPoint at = onScreen(buttonAt(number, count, compact));
+        desktop.moveTo(at);
+        EXPECT_TRUE(waitUntil([&] { return controlsAreShown(count, compact); }));
+        desktop.click(at);
     }
 
     bool titleBegins(const QString& beginning)

@@ -1,6 +1,7 @@
 // The keyboard comes to the widget when the user asks the window manager for it, and not before.
 
 #include "DesktopTest.h"
+#include "Launcher.h"
 #include "WidgetPlaces.h"
 
 namespace {
@@ -8,6 +9,8 @@ namespace {
 constexpr quint32 keyTab = 0xFF09;
 constexpr quint32 keyReturn = 0xFF0D;
 constexpr quint32 keySpace = 0x0020;
+constexpr quint32 keyL = 0x006C;
+constexpr quint32 keyQ = 0x0071;
 
 } // namespace
 
@@ -147,4 +150,29 @@ TEST_F(WidgetKeyboardTest, theKeyboardGoesBackWhenTheWidgetIsHidden)
     ASSERT_TRUE(host.clickLine(QStringLiteral("Show Widget")));
     ASSERT_TRUE(waitUntil([this] { return widget() != 0; }));
     EXPECT_TRUE(hasFocus(other)) << "it does not come back with the widget";
+}
+
+TEST_F(WidgetKeyboardTest, askedForWhileItIsHiddenItComesWithTheKeyboard)
+{
+    openFocusedWindow();
+    startWithHost({});
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(host.clickLine(QStringLiteral("Hide Widget")));
+        ASSERT_TRUE(waitUntil([this] { return widget() == 0; }));
+        ASSERT_TRUE(act(world, QStringLiteral("focus-widget")));
+        ASSERT_TRUE(waitUntil([this] { return widget() != 0; }));
+        EXPECT_TRUE(waitUntil([this] { return desktop.focused() == widget(); }));
+    }
+}
+
+TEST_F(WidgetKeyboardTest, theKeysOfTheMenuWorkInIt)
+{
+    startWithHost({});
+    giveKeyboard();
+    desktop.typeWithControl(keyL);
+    ASSERT_TRUE(waitUntil([this] { return hasFocus(panelWindow()); }));
+    EXPECT_TRUE(waitUntil([this] { return desktop.geometry(panelWindow()).height() > 300; }));
+    giveKeyboard();
+    desktop.typeWithControl(keyQ);
+    EXPECT_TRUE(endsByItself());
 }

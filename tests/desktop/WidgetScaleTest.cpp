@@ -21,11 +21,24 @@ protected:
         });
     }
 
-    void click(QPoint place) const
+    QPoint onScreen(QPoint place) const
     {
-        const QPoint at = (QPointF(place) * GetParam()).toPoint();
-        desktop.moveTo(desktop.geometry(window()).topLeft() + at + QPoint(0, 3));
-        desktop.click(desktop.geometry(window()).topLeft() + at);
+        return desktop.geometry(window()).topLeft() + (QPointF(place) * GetParam()).toPoint();
+    }
+
+    int gray(QPoint place) const
+    {
+        return qGray(desktop.picture(QRect(onScreen(place), QSize(1, 1))).pixel(0, 0));
+    }
+
+    /// Waits for the button, which may still be on its way to its place.
+    void clickFormButton(bool compact) const
+    {
+        const QPoint button = buttonAt(2, 6, compact);
+        desktop.moveTo(onScreen(button));
+        EXPECT_TRUE(waitUntil(
+            [&] { return gray(button - QPoint(10, 0)) > gray(gapAfter(2, 6, compact)) + 10; }));
+        desktop.click(onScreen(button));
     }
 };
 
@@ -36,7 +49,7 @@ TEST_P(WidgetScaleTest, afterEachChangeOfFormItsSizeIsExact)
     ASSERT_TRUE(waitUntil([this] { return window() != 0; }));
     ASSERT_TRUE(becomes(fullSize));
     for (const bool toCompact : {true, false, true, false}) {
-        click(buttonAt(2, 6, !toCompact));
+        clickFormButton(!toCompact);
         ASSERT_TRUE(becomes(toCompact ? compactSize : fullSize))
             << desktop.geometry(window()).width() << " x " << desktop.geometry(window()).height();
     }

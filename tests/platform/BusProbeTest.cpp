@@ -126,3 +126,18 @@ TEST_F(BusProbeTest, whereNobodyListensTheNameIsFree)
           "unix:path=" + QByteArray(500, 'x'), QByteArray("unix:abstract=nobody%")})
         EXPECT_EQ(askBusFor("a.b", other, 1ms), NameOnBus::free) << other.toStdString();
 }
+
+TEST(SessionBusAddressTest, itIsTheEnvironmentsOrThatOfTheUsersFolder)
+{
+    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:abstract=x");
+    qputenv("XDG_RUNTIME_DIR", "/run/a user");
+    EXPECT_EQ(sessionBusAddress(), "unix:abstract=x");
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    EXPECT_EQ(sessionBusAddress(), "unix:path=/run/a%20user/bus");
+    qunsetenv("XDG_RUNTIME_DIR");
+    EXPECT_EQ(sessionBusAddress(), "");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+    qputenv("XDG_RUNTIME_DIR", folder);
+}
