@@ -40,7 +40,6 @@ void PanelWindow::makeKeyAndOrderFront()
     show();
     raise();
     activateWindow();
-    activateForUser(*this);
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event)

@@ -30,10 +30,8 @@ namespace {
 
 constexpr uint32_t allDesktops = 0xFFFFFFFF;
 
-/// Who asks, in the words of the window manager protocol: an ordinary application, or the user by
-/// means of one.
+/// "From an ordinary application", in the words of the window manager protocol.
 constexpr uint32_t sourceApplication = 1;
-constexpr uint32_t sourceUser = 2;
 
 enum StateChange : uint32_t { removeState = 0, addState = 1 };
 
@@ -56,7 +54,6 @@ struct Atoms
             "_NET_WM_WINDOW_TYPE",
             "_KDE_NET_WM_WINDOW_TYPE_CRITICAL_NOTIFICATION",
             "_NET_WM_WINDOW_TYPE_UTILITY",
-            "_NET_ACTIVE_WINDOW",
         };
         const std::array values{&desktop,
                                 &state,
@@ -71,8 +68,7 @@ struct Atoms
                                 &currentDesktop,
                                 &type,
                                 &criticalNotification,
-                                &utility,
-                                &activeWindow};
+                                &utility};
         // All questions first, so that the answers come in one round trip.
         std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -99,7 +95,6 @@ struct Atoms
     xcb_atom_t type = XCB_ATOM_NONE;
     xcb_atom_t criticalNotification = XCB_ATOM_NONE;
     xcb_atom_t utility = XCB_ATOM_NONE;
-    xcb_atom_t activeWindow = XCB_ATOM_NONE;
 };
 
 const Atoms& atoms(xcb_connection_t* connection)
@@ -298,16 +293,6 @@ void takeKeyboard(QWidget& window)
         focus(window, XCB_CURRENT_TIME);
     else if (x11Connection())
         new FocusOnceSeen(window);
-}
-
-void activateForUser(QWidget& window)
-{
-    xcb_connection_t* connection = x11Connection();
-    if (!connection || !window.windowHandle()->isExposed())
-        return; // A new window gets it anyhow.
-    request(connection, static_cast<xcb_window_t>(window.winId()), atoms(connection).activeWindow,
-            {sourceUser, XCB_CURRENT_TIME});
-    xcb_flush(connection);
 }
 
 QRect freeAreaOf(const QScreen& screen)

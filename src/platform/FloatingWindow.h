@@ -28,11 +28,6 @@ void prepareToHide(QWidget& window);
 /// Gives `window`, which was shown, the keyboard.
 void takeKeyboard(QWidget& window);
 
-/// Asks for the keyboard for an ordinary window that the user wants to work in. Qt asks as well,
-/// but X11 window managers take that for the program's own wish where the user chose it in the
-/// tray.
-void activateForUser(QWidget& window);
-
 /// The part of a screen that panels leave free for windows.
 QRect freeAreaOf(const QScreen& screen);
 
