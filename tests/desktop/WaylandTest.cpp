@@ -273,6 +273,11 @@ TEST_F(WaylandTest, onRequestItTakesTheKeyboardUntilAnotherWindowDoes)
     sway->click(firstPlace + ringCenter);
     letItDecide();
     EXPECT_EQ(sway->focused(), panelTitle) << "a click does not bring it back";
+
+    act(QStringLiteral("toggle-widget"));
+    ASSERT_TRUE(waitUntil([this] { return isHidden(); }));
+    act(QStringLiteral("focus-widget"));
+    EXPECT_TRUE(waitUntil([this] { return !isHidden() && sway->focused().isEmpty(); }));
 }
 
 TEST_F(WaylandTest, theMenuOpensAtThePointerAndItsLinesWork)
