@@ -211,9 +211,8 @@ QByteArray sessionBusAddress()
     if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"))
         return qgetenv("DBUS_SESSION_BUS_ADDRESS");
     const QByteArray runtimeFolder = qgetenv("XDG_RUNTIME_DIR");
-    return runtimeFolder.isEmpty()
-               ? QByteArray()
-               : "unix:path=" + runtimeFolder.toPercentEncoding("/") + "/bus";
+    return runtimeFolder.isEmpty() ? QByteArray()
+                                   : "unix:path=" + runtimeFolder.toPercentEncoding("/") + "/bus";
 }
 
 NameOnBus askBusFor(const QByteArray& name, const QByteArray& address,

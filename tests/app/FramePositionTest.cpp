@@ -35,10 +35,10 @@ TEST(FramePositionTest, whatCannotBeReadOfAScreensPlaceIsTheFirstScreens)
     for (const char* text : {"10 20 name @", "10 20 name @1", "10 20 name @a,b",
                              "10 20 name @1,2,3", "10 20 name @99999:0"})
         EXPECT_EQ(framePositionFromText(QString::fromLatin1(text)),
-                  FramePosition({10, 20}, QStringLiteral("name"), {}))
+                  (FramePosition{{10, 20}, QStringLiteral("name")}))
             << text;
     EXPECT_EQ(framePositionFromText(QStringLiteral("10 20 @1:2")),
-              FramePosition({10, 20}, QStringLiteral("@1:2"), {}));
+              (FramePosition{{10, 20}, QStringLiteral("@1:2")}));
 }
 
 TEST(FramePositionTest, aPositionMovesAlongWithItsScreen)
