@@ -132,6 +132,17 @@ void focus(const QWidget& window, xcb_timestamp_t at)
     xcb_flush(connection);
 }
 
+/// Whether the server shows the window, which Qt may not have heard of yet.
+bool isViewable(const QWidget& window)
+{
+    xcb_connection_t* connection = x11Connection();
+    const auto attributes = owned(xcb_get_window_attributes_reply(
+        connection,
+        xcb_get_window_attributes(connection, static_cast<xcb_window_t>(window.internalWinId())),
+        nullptr));
+    return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+}
+
 /// Gives a window the keyboard as soon as it is on the screen. The window manager may still be
 /// about to put it there.
 class FocusOnceSeen : public QObject
@@ -289,7 +300,7 @@ void takeKeyboard(QWidget& window)
 {
     if (LayerSurface* surface = LayerSurface::of(window))
         surface->takeKeyboard();
-    else if (x11Connection() && window.windowHandle()->isExposed())
+    else if (x11Connection() && isViewable(window))
         focus(window, XCB_CURRENT_TIME);
     else if (x11Connection())
         new FocusOnceSeen(window);
