@@ -352,6 +352,10 @@ void settleAfterShow(QWidget& window)
     const Atoms& atom = atoms(connection);
     const auto id = static_cast<xcb_window_t>(window.winId());
     request(connection, id, atom.desktop, {allDesktops, sourceApplication});
+    // A window manager that hears late of the last hiding has taken them off meanwhile.
+    request(connection, id, atom.state, {addState, atom.above, atom.sticky, sourceApplication});
+    request(connection, id, atom.state,
+            {addState, atom.skipTaskbar, atom.skipPager, sourceApplication});
     // Some window managers find that a window shown without focus must want attention.
     request(connection, id, atom.state, {removeState, atom.demandsAttention, 0, sourceApplication});
     xcb_flush(connection);

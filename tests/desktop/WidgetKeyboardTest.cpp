@@ -165,6 +165,18 @@ TEST_F(WidgetKeyboardTest, askedForWhileItIsHiddenItComesWithTheKeyboard)
     }
 }
 
+TEST_F(WidgetKeyboardTest, askedForWhileItIsHiddenItWaitsForASlowWindowManager)
+{
+    openFocusedWindow();
+    startWithHost({});
+    world.stopWindowManager();
+    ASSERT_TRUE(host.clickLine(QStringLiteral("Hide Widget")));
+    ASSERT_TRUE(act(world, QStringLiteral("focus-widget")));
+    EXPECT_FALSE(host.clickLine(QStringLiteral("Show Widget"))) << "it is shown";
+    world.continueWindowManager();
+    EXPECT_TRUE(waitUntil([this] { return widget() != 0 && desktop.focused() == widget(); }));
+}
+
 TEST_F(WidgetKeyboardTest, theKeysOfTheMenuWorkInIt)
 {
     startWithHost({});

@@ -70,7 +70,7 @@ World::World(Bus bus)
         m_bus = &daemon;
         m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), m_busAddress);
     }
-    start(QStringLiteral("openbox"));
+    m_windowManager = &start(QStringLiteral("openbox"));
 }
 
 World::~World()
@@ -103,6 +103,16 @@ QProcess& World::start(const QString& program, const QStringList& arguments)
 QProcess& World::startVantora(const QStringList& arguments)
 {
     return start(QStringLiteral(VANTORA_PROGRAM), arguments);
+}
+
+void World::stopWindowManager() const
+{
+    ::kill(static_cast<pid_t>(m_windowManager->processId()), SIGSTOP);
+}
+
+void World::continueWindowManager() const
+{
+    ::kill(static_cast<pid_t>(m_windowManager->processId()), SIGCONT);
 }
 
 void World::killBus()

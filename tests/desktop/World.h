@@ -31,6 +31,10 @@ public:
     /// Starts a program in this world. It belongs to the world.
     QProcess& start(const QString& program, const QStringList& arguments = {});
 
+    /// The window manager hears of nothing until it goes on.
+    void stopWindowManager() const;
+    void continueWindowManager() const;
+
     /// Ends the session bus at once.
     void killBus();
 
@@ -64,5 +68,6 @@ private:
     QString m_display;
     QString m_busAddress;
     QProcess* m_bus = nullptr;
+    QProcess* m_windowManager = nullptr;
     std::vector<std::unique_ptr<QProcess>> m_processes;
 };
