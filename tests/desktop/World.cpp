@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <csignal>
+
 namespace {
 
 /// The first line that a program prints, such as an address to reach it at.
