@@ -34,15 +34,6 @@ QVariantMap platformData()
     return data;
 }
 
-/// Qt uses the token when it next activates a window.
-void takeToken(const QVariantMap& platformData)
-{
-    const QByteArray token =
-        platformData.value(QStringLiteral("activation-token")).toString().toUtf8();
-    if (!token.isEmpty())
-        qputenv("XDG_ACTIVATION_TOKEN", token);
-}
-
 } // namespace
 
 void ApplicationService::claim(QDBusConnection bus)
@@ -61,9 +52,8 @@ void ApplicationService::claim(QDBusConnection bus)
     Q_EMIT becameSecond();
 }
 
-void ApplicationService::Activate(const QVariantMap& platformData)
+void ApplicationService::Activate(const QVariantMap&)
 {
-    takeToken(platformData);
     Q_EMIT activated();
 }
 
@@ -74,8 +64,7 @@ void ApplicationService::Open(const QStringList&, const QVariantMap&)
 }
 
 void ApplicationService::ActivateAction(const QString& action, const QVariantList&,
-                                        const QVariantMap& platformData)
+                                        const QVariantMap&)
 {
-    takeToken(platformData);
     Q_EMIT actionActivated(action);
 }
