@@ -19,20 +19,17 @@ const QString kdeKey = QStringLiteral("AnimationDurationFactor");
 class AnimationsSettingTest : public DesktopTest
 {
 protected:
-    QImage picture(const QRect& area) const
-    {
-        return desktop.picture(area.translated(desktop.geometry(widget()).topLeft()));
-    }
+    QImage widgetPicture() const { return desktop.picture(desktop.geometry(widget())); }
 
     /// Watches the figure from one second of the countdown to the next one.
     bool figureMovesInThisSecond() const
     {
-        const QImage figure = picture(figureArea);
-        const QImage readout = picture(readoutArea);
+        const QImage first = widgetPicture();
         bool moved = false;
         EXPECT_TRUE(waitUntil([&] {
-            moved = moved || picture(figureArea) != figure;
-            return picture(readoutArea) != readout;
+            const QImage now = widgetPicture(); // one for both: the two may change in one frame
+            moved = moved || now.copy(figureArea) != first.copy(figureArea);
+            return now.copy(readoutArea) != first.copy(readoutArea);
         }));
         return moved;
     }

@@ -21,9 +21,14 @@ protected:
 
     void removeMonitor(const QString& name) { xrandr({QStringLiteral("--delmonitor"), name}); }
 
-    bool widgetComesTo(QPoint topLeft)
+    testing::AssertionResult widgetComesTo(QPoint topLeft)
     {
-        return waitUntil([&] { return desktop.geometry(widget()).topLeft() == topLeft; });
+        QPoint at;
+        if (waitUntil([&] { return (at = desktop.geometry(widget()).topLeft()) == topLeft; }))
+            return testing::AssertionSuccess();
+        return testing::AssertionFailure()
+               << "it is at " << at.x() << ' ' << at.y() << ", and has remembered\n"
+               << World::readFile(world.settingsPath()).toStdString();
     }
 
     void remember(const QByteArray& place)
@@ -56,7 +61,7 @@ TEST_F(MonitorsTest, itWaitsOnAnotherMonitorUntilItsOwnIsBack)
     EXPECT_TRUE(widgetComesTo({1200, 200}));
     removeMonitor(QStringLiteral("right"));
     EXPECT_TRUE(widgetComesTo({960 - 250, 200}));
-    EXPECT_TRUE(World::readFile(world.settingsPath()).contains("1200 200 right"));
+    EXPECT_TRUE(World::readFile(world.settingsPath()).contains("1200 200 right @960:0"));
     setMonitor(QStringLiteral("right"), onTheRight);
     EXPECT_TRUE(widgetComesTo({1200, 200}));
 }

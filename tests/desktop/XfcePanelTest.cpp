@@ -1,6 +1,7 @@
 #include "DesktopTest.h"
 
 #include <QDBusConnection>
+#include <QTime>
 
 namespace {
 
@@ -91,6 +92,17 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return desktop.popups().isEmpty(); }));
     }
 
+    /// Waits until the label, which nothing holds back, is this many seconds of countdown on.
+    bool secondsPass(int seconds)
+    {
+        const auto shown = [this] {
+            const QString label = host.read(QStringLiteral("XAyatanaLabel")).toString();
+            return QTime::fromString(label.section(u' ', 1), QStringLiteral("mm:ss"));
+        };
+        const QTime first = shown();
+        return first.isValid() && waitUntil([&] { return shown().secsTo(first) >= seconds; });
+    }
+
     QProcess* panel = nullptr;
 };
 
@@ -104,7 +116,7 @@ TEST_F(XfcePanelTest, theItemIsShownItsPictureFollowsAndEveryLineOfItsMenuWorks)
     const auto titleBegins = [this](const QString& beginning) {
         return waitUntil([&] { return host.title().startsWith(beginning); });
     };
-    ASSERT_TRUE(titleBegins(QStringLiteral("\U0001FA91 39:58"))); // the panel has read the menu
+    ASSERT_TRUE(secondsPass(2)); // the panel has read the menu
     clickLineAt(hideWidgetLine);
     EXPECT_TRUE(waitUntil([this] { return widget() == 0; }));
     clickLineAt(hideWidgetLine); // now "Show Widget"
@@ -134,17 +146,14 @@ TEST_F(XfcePanelTest, nothingComesOverTheOpenMenu)
     startVantora();
     ASSERT_TRUE(waitUntil([this] { return itemIsShown(); }));
     host.ask(QStringLiteral("org.kde.StatusNotifierItem-%1-1").arg(vantora->processId()));
-    const auto labelBecomes = [this](const QString& label) {
-        return waitUntil([&] { return host.read(QStringLiteral("XAyatanaLabel")) == label; });
-    };
-    ASSERT_TRUE(labelBecomes(QStringLiteral("\U0001FA91 39:58"))); // the panel has read the menu
+    ASSERT_TRUE(secondsPass(2)); // the panel has read the menu
     desktop.click(itemArea.center());
     ASSERT_TRUE(waitUntil([this] { return !desktop.popups().isEmpty(); }));
     const QRect menu = desktop.geometry(desktop.popups().first());
     QImage last;
     ASSERT_TRUE(waitUntil(
         [&] { return std::exchange(last, desktop.picture(menu)) == desktop.picture(menu); }));
-    ASSERT_TRUE(labelBecomes(QStringLiteral("\U0001FA91 39:54")));
+    ASSERT_TRUE(secondsPass(4));
     EXPECT_TRUE(desktop.picture(menu) == last) << "the tool tip is over it";
 }
 
