@@ -3,6 +3,7 @@
 #include "app/FramePosition.h"
 #include "core/SettingsStore.h"
 #include "platform/FloatingWindow.h"
+#include "platform/SurfacePicture.h"
 #include "widget/FrameSource.h"
 #include "widget/WidgetView.h"
 
@@ -18,6 +19,9 @@ namespace {
 
 constexpr auto positionKey = "VantoraWidget";
 constexpr auto settledAfter = 500ms;
+
+/// How long after a change of the screens a busy window manager may still move windows for it.
+constexpr auto calmAfter = 3s;
 
 /// How far above a screen, or to its left, the pointer may seem to be, in logical pixels: where a
 /// compositor counts places from the corner that panels leave free, it may be on a panel.
@@ -40,7 +44,11 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     rootView->setParent(this);
     rootView->setPresent(
         [this](const DevicePatch& frame) { return putOnWindow(*this, frame.image, frame.origin); },
-        largestDirectPicture);
+        largestDirectPicture());
+    if (SurfacePicture* picture = SurfacePicture::giveTo(*this, *rootView)) {
+        rootView->setRepaint([picture](const QRect& part) { picture->update(part); });
+        connect(picture, &SurfacePicture::seenChanged, rootView, &WidgetView::setSeen);
+    }
     takeSize(WidgetView::preferredSize(compact));
     place();
 
@@ -103,8 +111,9 @@ void FloatingPanel::watch(const QScreen* screen)
 /// is. Where it stands meanwhile, or is put by a window manager, is nothing to remember.
 void FloatingPanel::screensChanged()
 {
-    if (m_moveSettled.isActive() && !m_screensSettled.isActive())
+    if (m_moveSettled.isActive() && m_screensCalm.hasExpired())
         savePosition();
+    m_screensCalm.setRemainingTime(calmAfter);
     m_screensSettled.start();
 }
 
@@ -185,9 +194,12 @@ void FloatingPanel::moveEvent(QMoveEvent* event)
 {
     // While it is dragged, these events tell of places that it has left already. At other times a
     // window manager has moved it, on the user's behalf.
-    if (m_dragging || !isVisible() || m_screensSettled.isActive() || event->pos() == m_topLeft ||
-        !isWhereQtSays(*this))
+    if (m_dragging || !isVisible() || event->pos() == m_topLeft || !isWhereQtSays(*this))
         return;
+    if (!m_screensCalm.hasExpired()) {
+        m_screensSettled.start();
+        return;
+    }
     m_topLeft = event->pos();
     m_moveSettled.start();
 }

@@ -3,6 +3,7 @@
 #include "platform/PointerTravel.h"
 #include "widget/Motion.h"
 
+#include <QDeadlineTimer>
 #include <QTimer>
 #include <QWidget>
 
@@ -66,6 +67,7 @@ private:
     Motion m_compactness; ///< 0: the full size, 1: the compact one
     QTimer m_moveSettled;
     QTimer m_screensSettled;
+    QDeadlineTimer m_screensCalm{0}; ///< runs while window managers react to their last change
     QPoint m_topLeft;   ///< where the window is; pos() may still say otherwise after a first show
     QPoint m_grabbedAt; ///< of the pointer, relative to the window
     QPoint m_pressedAt; ///< of the pointer, on the screen

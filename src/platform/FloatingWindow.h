@@ -48,9 +48,8 @@ void setOutline(QWidget& window, const QPainterPath& outline);
 /// Calls `react` whenever it has changed whether something makes windows translucent.
 void onCompositorChange(QWidget& window, std::function<void()> react);
 
-/// What is larger than this, in bytes, is painted faster as usual, through the memory that Qt
-/// shares with the X server.
-inline constexpr qsizetype largestDirectPicture = 64 * 1024;
+/// What is larger than this, in bytes, is painted faster as usual.
+qsizetype largestDirectPicture();
 
 /// Puts a small picture straight onto `window`, at a place in device pixels. False where that is
 /// not possible, or not cheaper than painting it as usual.

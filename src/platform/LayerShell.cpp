@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 #include <relative-pointer-unstable-v1.h>
+#include <viewporter.h>
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1.h>
 
@@ -33,6 +34,11 @@ void takeGlobal(void* data, wl_registry* registry, uint32_t name, const char* in
     } else if (std::strcmp(interface, zwp_relative_pointer_manager_v1_interface.name) == 0) {
         shell->relativePointers = static_cast<zwp_relative_pointer_manager_v1*>(
             bind(registry, name, zwp_relative_pointer_manager_v1_interface, 1));
+    } else if (std::strcmp(interface, wl_shm_interface.name) == 0) {
+        shell->shm = static_cast<wl_shm*>(bind(registry, name, wl_shm_interface, 1));
+    } else if (std::strcmp(interface, wp_viewporter_interface.name) == 0) {
+        shell->viewporter =
+            static_cast<wp_viewporter*>(bind(registry, name, wp_viewporter_interface, 1));
     } else if (std::strcmp(interface, wl_seat_interface.name) == 0 && !shell->seat) {
         shell->seat = new WaylandSeat(static_cast<wl_seat*>(bind(
             registry, name, wl_seat_interface, std::min(version, WaylandSeat::newestVersion))));

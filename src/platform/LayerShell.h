@@ -2,6 +2,8 @@
 
 class WaylandSeat;
 struct wl_display;
+struct wl_shm;
+struct wp_viewporter;
 struct zwlr_layer_shell_v1;
 struct zwp_relative_pointer_manager_v1;
 
@@ -12,6 +14,8 @@ struct LayerShell
     zwlr_layer_shell_v1* shell = nullptr;
     zwp_relative_pointer_manager_v1* relativePointers = nullptr; ///< may be missing
     WaylandSeat* seat = nullptr;                                 ///< may be missing
+    wl_shm* shm = nullptr;                                       ///< may be missing
+    wp_viewporter* viewporter = nullptr;                         ///< may be missing
 };
 
 /// The compositor's layer shell, or null where there is none: on other window systems, and where

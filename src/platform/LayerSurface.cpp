@@ -114,6 +114,11 @@ QScreen* LayerSurface::wantedScreen() const
     return screen ? screen : m_window.screen();
 }
 
+QPoint LayerSurface::placeOnScreen() const
+{
+    return m_screen ? m_topLeft - m_screen->geometry().topLeft() : m_topLeft;
+}
+
 void LayerSurface::moveTo(QPoint topLeft)
 {
     m_isPlaced = true;
@@ -212,6 +217,7 @@ void LayerSurface::detach()
     if (m_keyboard)
         WaylandSeat::release(m_keyboard);
     m_keyboard = nullptr;
+    Q_EMIT detached();
     zwlr_layer_surface_v1_destroy(m_role);
     m_role = nullptr;
     wl_display_flush(layerShell()->display);
@@ -233,10 +239,18 @@ void LayerSurface::commitPlace()
 {
     if (!m_role)
         return;
-    const QPoint place = m_topLeft - m_screen->geometry().topLeft();
+    const QPoint place = placeOnScreen();
     zwlr_layer_surface_v1_set_size(m_role, static_cast<uint32_t>(m_window.width()),
                                    static_cast<uint32_t>(m_window.height()));
     zwlr_layer_surface_v1_set_margin(m_role, place.y(), 0, 0, place.x());
+    commit();
+    Q_EMIT placed();
+}
+
+void LayerSurface::commit()
+{
+    if (m_keepsToPixels)
+        wl_surface_set_buffer_scale(m_surface, 1);
     wl_surface_commit(m_surface);
 }
 
@@ -283,7 +297,7 @@ void LayerSurface::listenForLoss()
 void LayerSurface::setKeyboard(uint32_t interactivity)
 {
     zwlr_layer_surface_v1_set_keyboard_interactivity(m_role, interactivity);
-    wl_surface_commit(m_surface);
+    commit();
     wl_display_flush(layerShell()->display);
 }
 

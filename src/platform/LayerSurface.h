@@ -32,6 +32,19 @@ public:
     void moveTo(QPoint topLeft);
     QPoint topLeft() const { return m_topLeft; }
 
+    /// Counted from the corner of the screen that the surface is on.
+    QPoint placeOnScreen() const;
+
+    /// That the surface is on; null if that is gone, or before the first show.
+    const QScreen* screen() const { return m_screen; }
+
+    /// For pictures; null while the compositor would not take one.
+    wl_surface* surface() const { return m_role && m_isConfigured ? m_surface : nullptr; }
+
+    /// The pictures of the surface come from elsewhere from now on, and so does their scale: Qt's
+    /// is kept from the compositor.
+    void keepToPixels() { m_keepsToPixels = true; }
+
     /// To be called before the window is hidden: the compositor wants to lose the surface first.
     void detach();
 
@@ -41,12 +54,20 @@ public:
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
+Q_SIGNALS:
+    /// The compositor was told the place and the size of the window.
+    void placed();
+
+    /// The surface takes no more pictures, and is about to go.
+    void detached();
+
 private:
     void attach();
     void adapt();
     void tellToolkit();
     void settle();
     void commitPlace();
+    void commit();
     void showAnew();
     void setKeyboard(uint32_t interactivity);
     void listenForLoss();
@@ -62,6 +83,7 @@ private:
     zwlr_layer_surface_v1* m_role = nullptr;
     wl_surface* m_surface = nullptr;
     bool m_isConfigured = false;
+    bool m_keepsToPixels = false;
     wl_keyboard* m_keyboard = nullptr; ///< while it is taken
 };
 

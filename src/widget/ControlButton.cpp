@@ -24,7 +24,7 @@ void ControlButton::setMeaning(const QString& symbol, const QString& words)
     m_symbol = symbol;
     setAccessibleName(words);
     setToolTip(words);
-    update();
+    changeLook();
 }
 
 QPainterPath ControlButton::shape(const QRectF& box) const

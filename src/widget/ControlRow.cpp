@@ -22,6 +22,7 @@ ControlRow::ControlRow(TimerEngine& engine, const WidgetActions& actions, bool c
     : QWidget(parent)
     , m_compact(compact)
 {
+    setAttribute(Qt::WA_NoSystemBackground);
     struct Control
     {
         QString symbol;

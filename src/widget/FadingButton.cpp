@@ -23,6 +23,29 @@ FadingButton::FadingButton(QWidget* parent)
 {
     setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_NoSystemBackground);
+    connect(this, &QAbstractButton::pressed, this, &FadingButton::lookChanged);
+    connect(this, &QAbstractButton::released, this, &FadingButton::lookChanged);
+}
+
+void FadingButton::changeLook()
+{
+    update();
+    Q_EMIT lookChanged();
+}
+
+bool FadingButton::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+        Q_EMIT lookChanged();
+        break;
+    default:
+        break;
+    }
+    return QAbstractButton::event(event);
 }
 
 void FadingButton::setOpacity(double opacity)
@@ -30,7 +53,7 @@ void FadingButton::setOpacity(double opacity)
     if (opacity == m_opacity)
         return;
     m_opacity = opacity;
-    update();
+    changeLook();
 }
 
 void FadingButton::setPlace(const QRectF& place)
@@ -40,10 +63,11 @@ void FadingButton::setPlace(const QRectF& place)
     const QPointF offset = place.topLeft() - around.topLeft();
     if (around == geometry() && offset == m_boxOffset)
         return;
+    Q_EMIT lookChanged(); // where it was
     m_boxOffset = offset;
     m_boxSize = place.size();
     setGeometry(around);
-    update();
+    changeLook();
 }
 
 bool FadingButton::hitButton(const QPoint& at) const

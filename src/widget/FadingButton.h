@@ -21,6 +21,10 @@ public:
 
     QSize sizeHint() const override { return size(); }
 
+Q_SIGNALS:
+    /// It is to be painted anew.
+    void lookChanged();
+
 protected:
     /// The shape of the button within `box`.
     virtual QPainterPath shape(const QRectF& box) const = 0;
@@ -28,7 +32,9 @@ protected:
     /// Paints the button, which is in `box`.
     virtual void paintButton(QPainter& painter, const QRectF& box) const = 0;
 
+    void changeLook();
     bool hitButton(const QPoint& at) const override;
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -100,11 +100,13 @@ WidgetView::WidgetView(TimerEngine& engine, const WidgetActions& actions, FrameS
     connect(&frames, &FrameSource::interrupted, this, [this] {
         m_motion.follow(m_motion.model, shownTime(), false);
         showControls(shownTime());
-        update();
+        repaintPart(rect());
     });
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
         m_keyboardInControls = focused && (m_fullControls->isAncestorOf(focused) ||
                                            m_compactControls->isAncestorOf(focused));
+        if (m_repaint)
+            m_repaint(rect()); // has or had the ring around the card
         reread();
     });
 }
@@ -163,7 +165,7 @@ void WidgetView::reread()
     hovered.hovered = next.hovered;
     if (hovered != next) {
         m_changing = true;
-        update();
+        repaintPart(rect());
     } else if (next.timeString != last.timeString) {
         repaintStill(readoutBounds(next).toAlignedRect());
     }
@@ -180,7 +182,7 @@ void WidgetView::reread()
 bool WidgetView::isExposed() const
 {
     const QWindow* window = this->window()->windowHandle();
-    return isVisible() && window && window->isExposed();
+    return m_seen && isVisible() && window && window->isExposed();
 }
 
 void WidgetView::showFrame(Instant now)
@@ -193,11 +195,15 @@ void WidgetView::showFrame(Instant now)
     updateArc(now);
     if (m_changing || wasChanging || m_controlsFading || wasFading)
         showControls(now);
-    // At once, which spares another round through the event loop.
+    QRect changed;
     if (m_changing || wasChanging)
-        repaint();
+        changed = rect();
     else if (m_motion.isAliveAt(now) && !presentFrame(now))
-        repaint(movingBounds(m_motion, now).toAlignedRect());
+        changed = movingBounds(m_motion, now).toAlignedRect();
+    if (m_repaint && !changed.isEmpty())
+        m_repaint(changed);
+    else if (!changed.isEmpty())
+        repaint(changed); // At once, which spares another round through the event loop.
     requestFrame(now);
 }
 
@@ -220,7 +226,7 @@ void WidgetView::updateArc(Instant now)
     const double progress = m_motion.progress.at(now);
     const RingGeometry& ring = ringGeometry(m_motion.model.compact);
     const double step = std::abs(progress - m_paintedProgress) * 2 * std::numbers::pi *
-                        ring.radius() * devicePixelRatioF();
+                        ring.radius() * m_scale;
     const bool vanishes = progress == 0 && m_paintedProgress != 0;
     if (step < visibleStep && !vanishes)
         return;
@@ -228,12 +234,30 @@ void WidgetView::updateArc(Instant now)
     m_paintedProgress = progress;
 }
 
+void WidgetView::setRepaint(Repaint repaint)
+{
+    m_repaint = std::move(repaint);
+    for (const FadingButton* button : findChildren<FadingButton*>()) {
+        connect(button, &FadingButton::lookChanged, this, [this, button] {
+            m_repaint(QRect(button->mapTo(this, QPoint()), button->size()));
+        });
+    }
+}
+
+void WidgetView::repaintPart(const QRect& part)
+{
+    if (m_repaint)
+        m_repaint(part);
+    else
+        update(part);
+}
+
 /// Paints anew what does not move in this part.
 void WidgetView::repaintStill(const QRect& part)
 {
     if (part.intersects(m_stillBounds))
         m_stillBounds = {};
-    update(part);
+    repaintPart(part);
 }
 
 /// How many frames a second there is something new to be seen in; 0 if there is not.
@@ -242,9 +266,8 @@ double WidgetView::frameRate(Instant now) const
     if (m_motion.isChangingAt(now) || m_motion.hover.isMovingAt(now))
         return FrameSource::maximumRate;
     const RingGeometry& ring = ringGeometry(m_motion.model.compact);
-    const double scale = devicePixelRatioF();
     double rate = std::abs(m_motion.progress.velocityAt(now)) * 2 * std::numbers::pi *
-                  ring.radius() * scale / visibleStep;
+                  ring.radius() * m_scale / visibleStep;
     // So many come with the ticks of the countdown anyway.
     if (rate < ticksPerSecond)
         rate = 0;
@@ -253,7 +276,7 @@ double WidgetView::frameRate(Instant now) const
     if (m_motion.complete.at(now) > 0)
         rate = FrameSource::maximumRate;
     else if (m_motion.isAliveAt(now))
-        rate = std::max(rate, figureRate(m_motion.model.phase, ring.glyphSize * scale));
+        rate = std::max(rate, figureRate(m_motion.model.phase, ring.glyphSize * m_scale));
     return std::min(rate, FrameSource::maximumRate);
 }
 
@@ -322,6 +345,7 @@ void WidgetView::paintEvent(QPaintEvent* event)
 {
     const Instant now = shownTime();
     QPainter painter(this);
+    m_scale = painter.deviceTransform().m11();
     for (const QRect& part : event->region()) {
         painter.setClipRect(part);
         paintPart(painter, part, now);
@@ -387,6 +411,7 @@ void WidgetView::paintMoving(QPainter& painter, const QRect& part, Instant now)
 void WidgetView::resizeEvent(QResizeEvent*)
 {
     m_stillBounds = {};
+    repaintPart(rect());
 }
 
 // --- pointer and keyboard -------------------------------------------------------------------
@@ -409,11 +434,22 @@ void WidgetView::showEvent(QShowEvent*)
 /// which would let it move on.
 bool WidgetView::eventFilter(QObject*, QEvent* event)
 {
-    if (event->type() == QEvent::Expose && isExposed()) {
-        showControls(m_frames.now());
-        update();
-    }
+    if (event->type() == QEvent::Expose && isExposed())
+        showAnew();
     return false;
+}
+
+void WidgetView::showAnew()
+{
+    showControls(m_frames.now());
+    repaintPart(rect());
+}
+
+void WidgetView::setSeen(bool seen)
+{
+    m_seen = seen;
+    if (isExposed())
+        showAnew();
 }
 
 void WidgetView::hideEvent(QHideEvent*)

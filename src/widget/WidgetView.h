@@ -44,6 +44,15 @@ public:
         m_largestPresented = largest;
     }
 
+    /// Is told what part of the widget is to be painted anew.
+    using Repaint = std::function<void(const QRect&)>;
+
+    /// From now on it is not Qt that has the widget painted.
+    void setRepaint(Repaint repaint);
+
+    /// Whether anybody sees the window; at first it is so, as far as Qt knows.
+    void setSeen(bool seen);
+
     QSize sizeHint() const override;
 
     /// The state of the timer, as it is read out.
@@ -90,7 +99,9 @@ private:
     void requestFrame(Instant now);
     void keepFocus(int button);
     void updateArc(Instant now);
+    void repaintPart(const QRect& part);
     void repaintStill(const QRect& part);
+    void showAnew();
     void makeStill(const QPainter& painter, const QRect& moving, Instant now);
     void paintMoving(QPainter& painter, const QRect& part, Instant now);
     void paintPart(QPainter& painter, const QRect& part, Instant now);
@@ -110,6 +121,9 @@ private:
     bool m_changing = false;       ///< as of the last frame
     bool m_controlsFading = false; ///< as of the last frame
     double m_paintedProgress = 0;  ///< of the arc on the screen
+    double m_scale = 1;            ///< of the last picture: pixels to a logical one
+    bool m_seen = true;
+    Repaint m_repaint;
     Present m_present;
     qsizetype m_largestPresented = 0;
     DevicePatch m_still; ///< what stands still below the endless motions; made when needed

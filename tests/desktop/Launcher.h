@@ -18,7 +18,8 @@ inline QDBusMessage callProgram(const World& world, const QString& method,
         QStringLiteral("org.freedesktop.Application"), method);
     message.setArguments(arguments);
     const QDBusPendingCall answer =
-        QDBusConnection::connectToBus(world.busAddress(), QStringLiteral("launcher"))
+        QDBusConnection::connectToBus(world.busAddress(),
+                                      QStringLiteral("launcher on ") + world.busAddress())
             .asyncCall(message);
     return waitUntil([&] { return answer.isFinished(); }) ? answer.reply() : QDBusMessage();
 }
