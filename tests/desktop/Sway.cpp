@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QTemporaryFile>
 
+#include <csignal>
 #include <cstring>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -160,7 +161,7 @@ void Sway::startIn(const QByteArray& settings)
     const QString runtime = QStringLiteral("XDG_RUNTIME_DIR");
     world.setVariable(runtime, folder);
     world.setVariable(QStringLiteral("WLR_RENDERER"), QStringLiteral("pixman"));
-    world.start(command.takeFirst(), command);
+    m_process = &world.start(command.takeFirst(), command);
     world.setVariable(runtime, world.path(QStringLiteral("runtime")));
     world.unsetVariable(QStringLiteral("DISPLAY"));
 
@@ -220,6 +221,16 @@ QByteArray Sway::ask(const QStringList& arguments) const
 void Sway::command(const QString& command)
 {
     ask({command});
+}
+
+void Sway::stop() const
+{
+    ::kill(static_cast<pid_t>(m_process->processId()), SIGSTOP);
+}
+
+void Sway::goOn() const
+{
+    ::kill(static_cast<pid_t>(m_process->processId()), SIGCONT);
 }
 
 QList<QRect> Sway::shapes(const QString& screen)

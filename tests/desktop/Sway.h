@@ -36,6 +36,10 @@ public:
     /// Has it do something, in its own words.
     void command(const QString& command);
 
+    /// It answers nothing until it goes on.
+    void stop() const;
+    void goOn() const;
+
     /// The names of the screens that it has.
     QStringList screens() const;
 
@@ -75,6 +79,7 @@ private:
     void sent();
 
     World& m_world;
+    QProcess* m_process = nullptr;
     QSize m_layoutSize{1280, 800};
     wl_display* m_display = nullptr;
     zwlr_virtual_pointer_manager_v1* m_pointers = nullptr;
