@@ -131,8 +131,10 @@ void SurfacePicture::paint()
         return;
     makeRoom();
     SharedImage* picture = freeImage();
-    if (!picture)
+    if (!picture) {
+        askWhenShown();
         return;
+    }
     const QRegion part = std::exchange(m_toPaint, {}) & m_window.rect();
     m_content.render(&picture->image, part.boundingRect().topLeft(), part, QWidget::DrawChildren);
     show(*picture, toPixels(part, picture->image.devicePixelRatio()));
@@ -143,8 +145,10 @@ void SurfacePicture::put(const QImage& piece, QPoint at)
     if (!m_surface.surface() || !m_front || !isSeen())
         return;
     SharedImage* picture = freeImage();
-    if (!picture)
+    if (!picture) {
+        askWhenShown();
         return;
+    }
     const QRect area(at, piece.size());
     copy(piece, at, picture->image, area);
     show(*picture, area);
@@ -202,8 +206,8 @@ void SurfacePicture::show(SharedImage& picture, const QRegion& changed)
     wl_surface_attach(surface, picture.buffer(), 0, 0);
     for (const QRect& rect : changed)
         wl_surface_damage_buffer(surface, rect.x(), rect.y(), rect.width(), rect.height());
-    askWhenShown(surface);
     wl_surface_commit(surface);
+    askWhenShown();
     picture.isFree = false;
     if (m_back)
         m_back->stale += changed;
@@ -211,7 +215,7 @@ void SurfacePicture::show(SharedImage& picture, const QRegion& changed)
         old.reset();
 }
 
-void SurfacePicture::askWhenShown(wl_surface* surface)
+void SurfacePicture::askWhenShown()
 {
     if (m_shown || !m_asked.hasExpired(askEvery))
         return;
@@ -223,8 +227,9 @@ void SurfacePicture::askWhenShown(wl_surface* surface)
                 picture->setSeen(true);
             },
     };
-    m_shown = wl_surface_frame(surface);
+    m_shown = wl_surface_frame(m_surface.surface());
     wl_callback_add_listener(m_shown, &listener, this);
+    wl_surface_commit(m_surface.surface());
     m_asked.start();
 }
 

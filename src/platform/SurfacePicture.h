@@ -12,7 +12,6 @@ class QWidget;
 class ScreenScales;
 class SharedImage;
 struct wl_callback;
-struct wl_surface;
 struct wp_viewport;
 
 /// The picture of a window with a `LayerSurface`, painted and shown without Qt's help: at the true
@@ -54,7 +53,7 @@ private:
     void show(SharedImage& picture, const QRegion& changed);
     bool isSeen();
     void setSeen(bool seen);
-    void askWhenShown(wl_surface* surface);
+    void askWhenShown();
     void forget();
 
     QWidget& m_window;
