@@ -56,8 +56,10 @@ void ControlRow::setShown(double opacity, double pauseButton)
 {
     if (opacity != m_opacity) {
         m_opacity = opacity;
-        if (m_compact)
+        if (m_compact) {
             update();
+            Q_EMIT bandChanged();
+        }
     }
     for (ControlButton* button : m_buttons)
         button->setOpacity(opacity);

@@ -34,6 +34,10 @@ public:
     /// Gives the keyboard's focus to a button.
     void focusButton(int number);
 
+Q_SIGNALS:
+    /// The band is to be painted anew.
+    void bandChanged();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

@@ -242,6 +242,8 @@ void WidgetView::setRepaint(Repaint repaint)
             m_repaint(QRect(button->mapTo(this, QPoint()), button->size()));
         });
     }
+    connect(m_compactControls, &ControlRow::bandChanged, this,
+            [this] { m_repaint(m_compactControls->geometry()); });
 }
 
 void WidgetView::repaintPart(const QRect& part)

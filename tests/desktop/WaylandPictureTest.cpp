@@ -160,24 +160,28 @@ TEST_F(WaylandPictureTest, itsButtonsComeAndGoWithThePointer)
     startVantora();
     ASSERT_TRUE(isExactAt(1));
     const QPoint place(1280 - 250 - 24, 24);
+    const QPoint away(300, 700);
     const auto showsButton = [&](int number) {
-        const QRect button(buttonAt(number, 6, false) - QPoint(8, 8), QSize(17, 17));
+        const QRect button(buttonAt(number, 6, model.compact) - QPoint(8, 8), QSize(17, 17));
         const QImage seen = widgetAt(1).copy(button);
-        const QImage empty = painted(model, 1, fullSize).copy(button);
-        return difference(seen, empty, std::array{seen.rect()}, 1) > 100;
+        const QImage empty = painted(model, 1, sizeOf(model)).copy(button);
+        return difference(seen, empty, std::array{seen.rect()}, 1) > 60;
     };
-    const auto allButtons = [&](bool shown) {
-        return waitUntil([&] {
-            const std::array numbers{0, 1, 2, 3, 4, 5};
-            return std::ranges::all_of(numbers,
-                                       [&](int number) { return showsButton(number) == shown; });
-        });
+    const auto showsAllButtons = [&] {
+        const std::array numbers{0, 1, 2, 3, 4, 5};
+        return std::ranges::all_of(numbers, showsButton);
     };
-    sway->moveTo(place + ringCenter);
-    EXPECT_TRUE(allButtons(true));
-    sway->moveTo({300, 700});
-    EXPECT_TRUE(allButtons(false));
-    EXPECT_TRUE(isExactAt(1));
+    for (const bool compact : {false, true}) {
+        model.compact = compact;
+        EXPECT_TRUE(isExactAt(1));
+        sway->moveTo(place + buttonAt(4, 6, compact));
+        EXPECT_TRUE(waitUntil(showsAllButtons));
+        sway->moveTo(away);
+        EXPECT_TRUE(waitUntil([&] { return !showsAllButtons(); }));
+        EXPECT_TRUE(isExactAt(1));
+        sway->click(place + buttonAt(2, 6, compact));
+        sway->moveTo(away);
+    }
 }
 
 TEST_F(WaylandPictureTest, itIsRightAgainWhenTheCompositorHasNotAnsweredForLong)
