@@ -12,6 +12,7 @@ import traceback
 from pathlib import Path
 
 from hosts import gnome, window_managers
+from hosts.kwin_wayland import KWinWaylandWindows
 from hosts.lxqt import Lxqt
 from hosts.mate import MateIndicators, MateNotificationArea
 from hosts.plasma import Plasma
@@ -24,7 +25,8 @@ from table import table
 from world import World, adopt_orphans
 
 HOSTS = {host.name: host for host in (
-    *window_managers.ALL, gnome.GnomeWindows, gnome.GnomeWaylandWindows, SwayWindows,
+    *window_managers.ALL, gnome.GnomeWindows, gnome.GnomeWaylandWindows,
+    KWinWaylandWindows, SwayWindows,
     Xfce, Lxqt, MateNotificationArea, MateIndicators, Plasma, gnome.GnomeTray,
     gnome.GnomeWaylandTray, Waybar, Trayer, Tint2)}
 

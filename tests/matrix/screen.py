@@ -42,25 +42,29 @@ class X11Screen:
     def _xdotool(self, *arguments):
         return self._world.text("xdotool", *arguments)
 
+    def _input(self, *arguments):
+        """Has the pointer or the keys do something."""
+        self._xdotool(*arguments)
+
     def move_to(self, x, y):
-        self._xdotool("mousemove", x, y)
+        self._input("mousemove", x, y)
 
     def click(self, x, y, button=1):
         self.move_to(x, y)
         time.sleep(0.15)
-        self._xdotool("click", button)
+        self._input("click", button)
 
     def drag(self, start, way, steps=15):
         self.move_to(*start)
-        self._xdotool("mousedown", 1)
+        self._input("mousedown", 1)
         time.sleep(0.1)
         for step in range(1, steps + 1):
             self.move_to(*(s + round(w * step / steps) for s, w in zip(start, way)))
         time.sleep(0.1)
-        self._xdotool("mouseup", 1)
+        self._input("mouseup", 1)
 
     def keys(self, *names):
-        self._xdotool("key", *names)
+        self._input("key", *names)
 
     # --- windows ----------------------------------------------------------------------------
 
