@@ -33,21 +33,6 @@ void FadingButton::changeLook()
     Q_EMIT lookChanged();
 }
 
-bool FadingButton::event(QEvent* event)
-{
-    switch (event->type()) {
-    case QEvent::Show:
-    case QEvent::Hide:
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-        Q_EMIT lookChanged();
-        break;
-    default:
-        break;
-    }
-    return QAbstractButton::event(event);
-}
-
 void FadingButton::setOpacity(double opacity)
 {
     if (opacity == m_opacity)
@@ -63,7 +48,6 @@ void FadingButton::setPlace(const QRectF& place)
     const QPointF offset = place.topLeft() - around.topLeft();
     if (around == geometry() && offset == m_boxOffset)
         return;
-    Q_EMIT lookChanged(); // where it was
     m_boxOffset = offset;
     m_boxSize = place.size();
     setGeometry(around);

@@ -34,7 +34,6 @@ protected:
 
     void changeLook();
     bool hitButton(const QPoint& at) const override;
-    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -413,7 +413,6 @@ void WidgetView::paintMoving(QPainter& painter, const QRect& part, Instant now)
 void WidgetView::resizeEvent(QResizeEvent*)
 {
     m_stillBounds = {};
-    repaintPart(rect());
 }
 
 // --- pointer and keyboard -------------------------------------------------------------------
