@@ -127,15 +127,16 @@ void SurfacePicture::update(const QRegion& part)
 void SurfacePicture::paint()
 {
     m_isPaintDue = false;
-    if (!m_surface.surface() || m_toPaint.isEmpty() || !isSeen())
+    if (!m_surface.surface() || !isSeen())
         return;
     makeRoom();
-    SharedImage* picture = freeImage();
-    if (!picture) {
-        askWhenShown();
+    m_toPaint &= m_window.rect();
+    if (m_toPaint.isEmpty())
         return;
-    }
-    const QRegion part = std::exchange(m_toPaint, {}) & m_window.rect();
+    SharedImage* picture = freeImage();
+    if (!picture)
+        return;
+    const QRegion part = std::exchange(m_toPaint, {});
     m_content.render(&picture->image, part.boundingRect().topLeft(), part, QWidget::DrawChildren);
     show(*picture, toPixels(part, picture->image.devicePixelRatio()));
 }
@@ -145,10 +146,8 @@ void SurfacePicture::put(const QImage& piece, QPoint at)
     if (!m_surface.surface() || !m_front || !isSeen())
         return;
     SharedImage* picture = freeImage();
-    if (!picture) {
-        askWhenShown();
+    if (!picture)
         return;
-    }
     const QRect area(at, piece.size());
     copy(piece, at, picture->image, area);
     show(*picture, area);
@@ -185,8 +184,11 @@ SharedImage* SurfacePicture::freeImage()
     if (m_front && !m_front->isFree) {
         if (!m_back)
             m_back = make(m_front->image.size(), m_front->image.devicePixelRatio());
-        if (!m_back || !m_back->isFree)
+        if (!m_back || !m_back->isFree) {
+            if (askWhenShown())
+                wl_surface_commit(m_surface.surface());
             return nullptr;
+        }
         for (const QRect& rect : m_back->stale)
             copy(m_front->image, {}, m_back->image, rect);
         std::swap(m_front, m_back);
@@ -206,8 +208,8 @@ void SurfacePicture::show(SharedImage& picture, const QRegion& changed)
     wl_surface_attach(surface, picture.buffer(), 0, 0);
     for (const QRect& rect : changed)
         wl_surface_damage_buffer(surface, rect.x(), rect.y(), rect.width(), rect.height());
-    wl_surface_commit(surface);
     askWhenShown();
+    wl_surface_commit(surface);
     picture.isFree = false;
     if (m_back)
         m_back->stale += changed;
@@ -215,10 +217,11 @@ void SurfacePicture::show(SharedImage& picture, const QRegion& changed)
         old.reset();
 }
 
-void SurfacePicture::askWhenShown()
+/// With the next commit, if it is time to ask again; whether it is.
+bool SurfacePicture::askWhenShown()
 {
     if (m_shown || !m_asked.hasExpired(askEvery))
-        return;
+        return false;
     static constexpr wl_callback_listener listener{
         .done =
             [](void* self, wl_callback*, uint32_t) {
@@ -229,8 +232,8 @@ void SurfacePicture::askWhenShown()
     };
     m_shown = wl_surface_frame(m_surface.surface());
     wl_callback_add_listener(m_shown, &listener, this);
-    wl_surface_commit(m_surface.surface());
     m_asked.start();
+    return true;
 }
 
 bool SurfacePicture::isSeen()

@@ -53,7 +53,7 @@ private:
     void show(SharedImage& picture, const QRegion& changed);
     bool isSeen();
     void setSeen(bool seen);
-    void askWhenShown();
+    bool askWhenShown();
     void forget();
 
     QWidget& m_window;
