@@ -37,7 +37,7 @@ constexpr uint32_t sourceApplication = 1;
 
 /// A picture that is larger, in bytes, goes faster through the memory that Qt shares with the
 /// server.
-constexpr qsizetype largestRequest = 64 * 1024;
+constexpr qsizetype largestRequest = 65'536;
 
 enum StateChange : uint32_t { removeState = 0, addState = 1 };
 
