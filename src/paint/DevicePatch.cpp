@@ -42,6 +42,9 @@ DevicePixels::~DevicePixels()
 
 void drawPatch(QPainter& painter, const DevicePatch& patch)
 {
+    // It may be the painter of another patch, which counts pixels from its own corner.
+    const QTransform toDevice = painter.deviceTransform();
+    const QPointF moved = QPointF(toDevice.dx(), toDevice.dy()) - patch.offset;
     const DevicePixels devicePixels(painter);
-    painter.drawImage(patch.origin, patch.image);
+    painter.drawImage(patch.origin + moved.toPoint(), patch.image);
 }
