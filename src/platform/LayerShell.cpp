@@ -3,7 +3,9 @@
 #include "platform/WaylandSeat.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <qpa/qplatformnativeinterface.h>
+#include <qpa/qplatformscreen.h>
 
 #include <algorithm>
 #include <cstring>
@@ -70,6 +72,12 @@ LayerShell findLayerShell()
 }
 
 } // namespace
+
+double waylandUnit()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->devicePixelRatio() / screen->handle()->devicePixelRatio() : 1;
+}
 
 const LayerShell* layerShell()
 {

@@ -21,3 +21,7 @@ struct LayerShell
 /// The compositor's layer shell, or null where there is none: on other window systems, and where
 /// the application was not prepared for it (`WindowSystem`). Needs the application.
 const LayerShell* layerShell();
+
+/// How many of Wayland's units make one of Qt's: more than one where variables of the environment
+/// have it show everything larger. Needs the application.
+double waylandUnit();

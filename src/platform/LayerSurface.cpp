@@ -190,7 +190,9 @@ void LayerSurface::attach()
     m_isConfigured = false;
     for (int i = 0; i < mostRoundTrips && m_role && !m_isConfigured; ++i)
         wl_display_roundtrip(shell.display);
-    if (!m_isConfigured) {
+    if (m_isConfigured) {
+        Q_EMIT attached();
+    } else {
         // As while a screen comes up. A picture now would be the end of the connection.
         detach();
         QTimer::singleShot(retryAfter, this, &LayerSurface::adapt);
@@ -239,9 +241,10 @@ void LayerSurface::commitPlace()
 {
     if (!m_role)
         return;
-    const QPoint place = placeOnScreen();
-    zwlr_layer_surface_v1_set_size(m_role, static_cast<uint32_t>(m_window.width()),
-                                   static_cast<uint32_t>(m_window.height()));
+    const QPoint place = placeOnScreen() * waylandUnit();
+    const QSize size = m_window.size() * waylandUnit();
+    zwlr_layer_surface_v1_set_size(m_role, static_cast<uint32_t>(size.width()),
+                                   static_cast<uint32_t>(size.height()));
     zwlr_layer_surface_v1_set_margin(m_role, place.y(), 0, 0, place.x());
     commit();
     Q_EMIT placed();
@@ -345,5 +348,6 @@ QRect freeArea(const QScreen& screen)
     wl_display_roundtrip(shell.display);
     zwlr_layer_surface_v1_destroy(role);
     wl_surface_destroy(surface);
-    return size.isEmpty() ? screen.availableGeometry() : QRect(screen.geometry().topLeft(), size);
+    return size.isEmpty() ? screen.availableGeometry()
+                          : QRect(screen.geometry().topLeft(), size / waylandUnit());
 }

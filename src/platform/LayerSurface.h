@@ -55,6 +55,9 @@ public:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 Q_SIGNALS:
+    /// The surface takes pictures from now on.
+    void attached();
+
     /// The compositor was told the place and the size of the window.
     void placed();
 

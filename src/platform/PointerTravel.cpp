@@ -55,7 +55,8 @@ void PointerTravel::listen()
             auto* travel = static_cast<PointerTravel*>(self);
             if (!travel->m_isPressed)
                 return;
-            travel->m_distance += QPointF(wl_fixed_to_double(dx), wl_fixed_to_double(dy));
+            travel->m_distance +=
+                QPointF(wl_fixed_to_double(dx), wl_fixed_to_double(dy)) / waylandUnit();
             Q_EMIT travel->travelled();
         }};
     wl_pointer_add_listener(m_pointer, &pointerListener, this);

@@ -37,7 +37,8 @@ struct ScreenScales::Output
                     if ((flags & WL_OUTPUT_MODE_CURRENT) != 0)
                         static_cast<Output*>(self)->pixels = QSize(width, height);
                 },
-            .done = [](void* self, wl_output*) { Q_EMIT static_cast<Output*>(self)->owner.changed(); },
+            .done = [](void* self,
+                       wl_output*) { Q_EMIT static_cast<Output*>(self)->owner.changed(); },
             .scale = [](void*, wl_output*, int32_t) {},
             .name =
                 [](void* self, wl_output*, const char* told) {
@@ -89,9 +90,10 @@ ScreenScales::~ScreenScales()
 
 double ScreenScales::of(const QScreen& screen) const
 {
-    const auto output = std::find_if(m_outputs.begin(), m_outputs.end(), [&](const auto& candidate) {
-        return candidate->name == screen.name() && !candidate->pixels.isEmpty();
-    });
+    const auto output =
+        std::find_if(m_outputs.begin(), m_outputs.end(), [&](const auto& candidate) {
+            return candidate->name == screen.name() && !candidate->pixels.isEmpty();
+        });
     if (output == m_outputs.end() || screen.size().isEmpty())
         return screen.devicePixelRatio();
     // The size in units is a rounded one.

@@ -33,8 +33,7 @@ bool compositorCanDoIt()
         return false;
     auto* compositor = static_cast<wl_proxy*>(
         QGuiApplication::platformNativeInterface()->nativeResourceForIntegration("compositor"));
-    return compositor &&
-           wl_proxy_get_version(compositor) >= WL_SURFACE_DAMAGE_BUFFER_SINCE_VERSION;
+    return compositor && wl_proxy_get_version(compositor) >= WL_SURFACE_DAMAGE_BUFFER_SINCE_VERSION;
 }
 
 /// All pixels that the part has a share in.
@@ -42,8 +41,8 @@ QRegion toPixels(const QRegion& part, double scale)
 {
     QRegion pixels;
     for (const QRect& rect : part) {
-        pixels += QRectF(QPointF(rect.topLeft()) * scale, QSizeF(rect.size()) * scale)
-                      .toAlignedRect();
+        pixels +=
+            QRectF(QPointF(rect.topLeft()) * scale, QSizeF(rect.size()) * scale).toAlignedRect();
     }
     return pixels;
 }
@@ -84,6 +83,7 @@ SurfacePicture::SurfacePicture(QWidget& window, QWidget& content, LayerSurface& 
     window.setAttribute(Qt::WA_UpdatesDisabled); // but not its content, which is painted here
     surface.keepToPixels();
     connect(&surface, &LayerSurface::placed, this, &SurfacePicture::fitScreen);
+    connect(&surface, &LayerSurface::attached, this, [this] { setSeen(true); });
     connect(&surface, &LayerSurface::detached, this, &SurfacePicture::forget);
     connect(m_scales.get(), &ScreenScales::changed, this, &SurfacePicture::fitScreen);
 }
@@ -127,7 +127,7 @@ void SurfacePicture::update(const QRegion& part)
 void SurfacePicture::paint()
 {
     m_isPaintDue = false;
-    if (!m_surface.surface() || !isSeen())
+    if (!isSeen())
         return;
     makeRoom();
     m_toPaint &= m_window.rect();
@@ -143,7 +143,7 @@ void SurfacePicture::paint()
 
 void SurfacePicture::put(const QImage& piece, QPoint at)
 {
-    if (!m_surface.surface() || !m_front || !isSeen())
+    if (!isSeen() || !m_front)
         return;
     SharedImage* picture = freeImage();
     if (!picture)
@@ -159,8 +159,10 @@ void SurfacePicture::makeRoom()
     const QSize pixels = wantedPixels();
     if (m_front && m_front->image.size() == pixels && m_front->image.devicePixelRatio() == scale())
         return;
-    m_retired[0] = std::move(m_front);
-    m_retired[1] = std::move(m_back);
+    if (m_front) {
+        m_retired[0] = std::move(m_front);
+        m_retired[1] = std::move(m_back);
+    }
     m_toPaint = m_window.rect();
 }
 
@@ -203,7 +205,8 @@ void SurfacePicture::show(SharedImage& picture, const QRegion& changed)
     wl_surface* surface = m_surface.surface();
     if (!m_viewport)
         m_viewport = wp_viewporter_get_viewport(layerShell()->viewporter, surface);
-    wp_viewport_set_destination(m_viewport, m_window.width(), m_window.height());
+    const QSize size = m_window.size() * waylandUnit();
+    wp_viewport_set_destination(m_viewport, size.width(), size.height());
     wl_surface_set_buffer_scale(surface, 1);
     wl_surface_attach(surface, picture.buffer(), 0, 0);
     for (const QRect& rect : changed)
@@ -238,7 +241,7 @@ bool SurfacePicture::askWhenShown()
 
 bool SurfacePicture::isSeen()
 {
-    if (m_shown && m_asked.hasExpired(askEvery))
+    if (!m_surface.surface() || (m_shown && m_asked.hasExpired(askEvery)))
         setSeen(false);
     return m_seen;
 }
@@ -259,5 +262,4 @@ void SurfacePicture::forget()
     m_asked.invalidate();
     m_front.reset();
     m_back.reset();
-    setSeen(true);
 }

@@ -23,7 +23,7 @@ class SurfacePicture : public QObject
 
 public:
     /// For a window that was not shown yet, and that `content` fills. Null where Qt paints it: on other window systems, where
-    /// the compositor lacks something for it, and with a Qt that knows all scales itself.
+    /// the compositor lacks something for it, and where Qt scales by itself.
     static SurfacePicture* giveTo(QWidget& window, QWidget& content);
     ~SurfacePicture() override;
 
@@ -37,7 +37,8 @@ public:
     void put(const QImage& piece, QPoint at);
 
 Q_SIGNALS:
-    /// Whether the compositor shows the picture to anybody, as it does not while the screen is off.
+    /// Whether the compositor shows the picture to anybody, as it does not while the screen is off or
+    /// gone.
     /// Seen again, it has to be painted anew.
     void seenChanged(bool seen);
 

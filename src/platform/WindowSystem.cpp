@@ -47,8 +47,7 @@ WindowSystem::WindowSystem()
 {
     // Of several monitors of X11 Qt takes the whole for free of panels, if this is not set.
     qputenv("QT_RELY_ON_NET_WORKAREA_ATOM", "1");
-    if (!qEnvironmentVariableIsSet("WAYLAND_DISPLAY") &&
-        qgetenv("XDG_SESSION_TYPE") != "wayland")
+    if (!qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && qgetenv("XDG_SESSION_TYPE") != "wayland")
         return;
     m_isChosen = !qEnvironmentVariableIsSet(platform);
     const uint32_t version = layerShellVersion();

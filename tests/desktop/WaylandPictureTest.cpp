@@ -155,6 +155,27 @@ TEST_F(WaylandPictureTest, itIsExactInBothFormsAndBackFromHiding)
     EXPECT_TRUE(isExactAt(1.5));
 }
 
+TEST_F(WaylandPictureTest, itIsLargerWhereTheUserWantsAllOfQtLarger)
+{
+    world.setVariable(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("1.5"));
+    startVantora();
+    EXPECT_TRUE(isExactAt(1.5));
+    const auto box = [this] {
+        const QList<QRect> shapes = sway->shapes();
+        const auto found = std::ranges::find(shapes, QSize(375, 480), &QRect::size);
+        return found == shapes.end() ? QRect() : *found;
+    };
+    const QPoint first = box().topLeft();
+    EXPECT_EQ(first, QPoint(1280 - 375 - 36, 36));
+    const QPoint card(60, 40);
+    sway->moveTo(first + card);
+    sway->press();
+    sway->moveTo(first + card + QPoint(-100, 50));
+    sway->moveTo(first + card + QPoint(-300, 150));
+    sway->release();
+    EXPECT_TRUE(waitUntil([&] { return box().topLeft() == first + QPoint(-300, 150); }));
+}
+
 TEST_F(WaylandPictureTest, itsButtonsComeAndGoWithThePointer)
 {
     startVantora();
