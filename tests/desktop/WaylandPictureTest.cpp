@@ -24,8 +24,9 @@ const QColor desktopColor(0x33, 0x55, 0x77);
 /// Compositors round in their own way when they lay the picture over the desktop.
 constexpr int roundingError = 2;
 
-/// Parts of the widget that stay the same while it counts; in logical pixels.
-constexpr std::array stillOfFull{QRect(0, 0, 250, 34), QRect(0, 252, 250, 68)};
+/// Parts of the widget that stay the same while it counts, beside the glow of the arc; in logical
+/// pixels.
+constexpr std::array stillOfFull{QRect(0, 0, 250, 28), QRect(0, 252, 250, 68)};
 constexpr std::array stillOfCompact{QRect(90, 0, 126, 30), QRect(90, 62, 126, 14)};
 
 QSize sizeOf(const WidgetModel& model)
