@@ -27,6 +27,29 @@ protected:
         EXPECT_EQ(vantora.exitCode(), 0);
     }
 
+    /// The same with all of the user's folders on a file system that is mounted by these commands
+    /// at %1, and that only the program sees.
+    void expectToWorkOn(const QString& commands)
+    {
+        const QString disk = world.path(QStringLiteral("disk"));
+        ASSERT_TRUE(QDir().mkpath(disk));
+        const QString mount = commands.arg(disk);
+        const auto alone = [&](const QString& script) -> QProcess& {
+            return world.start(
+                QStringLiteral("unshare"),
+                {QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"), script});
+        };
+        QProcess& trial = alone(mount);
+        ASSERT_TRUE(trial.waitForFinished());
+        if (trial.exitCode() != 0)
+            GTEST_SKIP() << "file systems cannot be mounted here";
+        for (const char* name :
+             {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
+            world.setVariable(QLatin1String(name), disk);
+        expectToWork(alone(
+            mount + QStringLiteral(" && exec '%1' --demo").arg(QStringLiteral(VANTORA_PROGRAM))));
+    }
+
     /// The machine has the fonts of these folders only, as fontconfig is told of them.
     void useFonts(const QByteArray& folders)
     {
@@ -93,26 +116,13 @@ TEST_F(EnvironmentFaultsTest, noFontWithEmoji)
 
 TEST_F(EnvironmentFaultsTest, aFullDisk)
 {
-    // A file system of a few blocks, which only the program sees.
-    const QString disk = world.path(QStringLiteral("disk"));
-    ASSERT_TRUE(QDir().mkpath(disk));
-    const QString mount = QStringLiteral("mount -t tmpfs -o size=8k none '%1' && "
-                                         "{ head -c 100000 /dev/zero >'%1/all' 2>/dev/null; "
-                                         "true; }")
-                              .arg(disk);
-    QProcess& trial =
-        world.start(QStringLiteral("unshare"),
-                    {QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"), mount});
-    ASSERT_TRUE(trial.waitForFinished());
-    if (trial.exitCode() != 0)
-        GTEST_SKIP() << "file systems cannot be mounted here";
-    for (const char* name :
-         {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
-        world.setVariable(QLatin1String(name), disk);
-    expectToWork(world.start(
-        QStringLiteral("unshare"),
-        {QStringLiteral("-rm"), QStringLiteral("sh"), QStringLiteral("-c"),
-         mount + QStringLiteral(" && exec '%1' --demo").arg(QStringLiteral(VANTORA_PROGRAM))}));
+    expectToWorkOn(QStringLiteral("mount -t tmpfs -o size=8k none '%1' && "
+                                  "{ head -c 100000 /dev/zero >'%1/all' 2>/dev/null; true; }"));
+}
+
+TEST_F(EnvironmentFaultsTest, aHomeThatCanOnlyBeRead)
+{
+    expectToWorkOn(QStringLiteral("mount -t tmpfs none '%1' && mount -o remount,ro '%1'"));
 }
 
 /// What is wrong with the sound shows when a phase ends.

@@ -22,10 +22,14 @@ protected:
         return waitUntil([&] { return host.title().startsWith(beginning); });
     }
 
+    /// Asks again after a while: a window that is coming up may have been given it since.
     void giveKeyboard()
     {
-        desktop.activate(widget());
-        ASSERT_TRUE(waitUntil([this] { return desktop.focused() == widget(); }));
+        ASSERT_TRUE(waitUntil([this] {
+            desktop.activate(widget());
+            return waitUntil([this] { return desktop.focused() == widget(); },
+                             std::chrono::seconds(2));
+        }));
     }
 };
 
