@@ -21,7 +21,7 @@ public:
     SharedImage(const SharedImage&) = delete;
     SharedImage& operator=(const SharedImage&) = delete;
 
-    QImage image; ///< premultiplied; not to be painted on while it is not free
+    QImage image;  ///< premultiplied; not to be painted on while it is not free
     QRegion stale; ///< in pixels: where it is older than the one that is shown
     bool isFree = true;
 

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QRegion>
 
+#include <array>
 #include <memory>
 
 class LayerSurface;
@@ -22,8 +23,9 @@ class SurfacePicture : public QObject
     Q_OBJECT
 
 public:
-    /// For a window that was not shown yet, and that `content` fills. Null where Qt paints it: on other window systems, where
-    /// the compositor lacks something for it, and where Qt scales by itself.
+    /// For a window that was not shown yet, and that `content` fills. Null where Qt paints it: on
+    /// other window systems, where the compositor lacks something for it, and with a Qt that knows
+    /// all scales itself.
     static SurfacePicture* giveTo(QWidget& window, QWidget& content);
     ~SurfacePicture() override;
 
@@ -37,9 +39,8 @@ public:
     void put(const QImage& piece, QPoint at);
 
 Q_SIGNALS:
-    /// Whether the compositor shows the picture to anybody, as it does not while the screen is off or
-    /// gone.
-    /// Seen again, it has to be painted anew.
+    /// Whether the compositor shows the picture to anybody, as it does not while the screen is off
+    /// or gone. Seen again, it has to be painted anew.
     void seenChanged(bool seen);
 
 private:
@@ -62,10 +63,11 @@ private:
     LayerSurface& m_surface;
     std::unique_ptr<ScreenScales> m_scales;
     wp_viewport* m_viewport = nullptr;
-    std::unique_ptr<SharedImage> m_front;   ///< is shown, or is to be
-    std::unique_ptr<SharedImage> m_back;    ///< for while the compositor reads the other one
-    std::unique_ptr<SharedImage> m_retired[2]; ///< of another size; until the next one is shown
-    QRegion m_toPaint;                      ///< in the window's coordinates
+    std::unique_ptr<SharedImage> m_front; ///< is shown, or is to be
+    std::unique_ptr<SharedImage> m_back;  ///< for while the compositor reads the other one
+    /// Of another size; until the next one is shown.
+    std::array<std::unique_ptr<SharedImage>, 2> m_retired;
+    QRegion m_toPaint; ///< in the window's coordinates
     bool m_isPaintDue = false;
     wl_callback* m_shown = nullptr; ///< comes when the last picture asked about is shown
     QElapsedTimer m_asked;

@@ -225,8 +225,8 @@ void WidgetView::updateArc(Instant now)
 {
     const double progress = m_motion.progress.at(now);
     const RingGeometry& ring = ringGeometry(m_motion.model.compact);
-    const double step = std::abs(progress - m_paintedProgress) * 2 * std::numbers::pi *
-                        ring.radius() * m_scale;
+    const double step =
+        std::abs(progress - m_paintedProgress) * 2 * std::numbers::pi * ring.radius() * m_scale;
     const bool vanishes = progress == 0 && m_paintedProgress != 0;
     if (step < visibleStep && !vanishes)
         return;
