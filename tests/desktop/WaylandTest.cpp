@@ -335,22 +335,6 @@ TEST_F(WaylandTest, aButtonHasItsToolTipBesideIt)
     EXPECT_TRUE(waitUntil([this] { return !hasMore(); }));
 }
 
-TEST_F(WaylandTest, itIsSharpOnAScreenOfScaleTwo)
-{
-    sway.emplace(world, "output HEADLESS-1 scale 2\n");
-    world.startVantora({QStringLiteral("--demo")});
-    const QRect place(2 * QPoint(640 - 250 - 24, 24), 2 * fullSize);
-    ASSERT_TRUE(waitUntil([&] { return sway->shapes().contains(place); }));
-    // Pairs of pixels would be equal in a picture that was only made larger.
-    const QImage picture = sway->picture().copy(place);
-    int different = 0;
-    for (int x = 100; x < 400; x += 2) {
-        for (int y = 400; y < 520; ++y)
-            different += picture.pixel(x, y) != picture.pixel(x + 1, y);
-    }
-    EXPECT_GT(different, 200);
-}
-
 TEST_F(WaylandTest, droppedOnAnotherScreenItStaysThere)
 {
     startInWindows(2);
