@@ -12,6 +12,7 @@
 #include <QScreen>
 
 #include <chrono>
+#include <limits>
 
 using namespace std::chrono_literals;
 
@@ -42,12 +43,21 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     makeFloating(*this);
     setWindowTitle(QStringLiteral("Vantora"));
     rootView->setParent(this);
-    rootView->setPresent(
-        [this](const DevicePatch& frame) { return putOnWindow(*this, frame.image, frame.origin); },
-        largestDirectPicture());
     if (SurfacePicture* picture = SurfacePicture::giveTo(*this, *rootView)) {
         rootView->setRepaint([picture](const QRect& part) { picture->update(part); });
+        rootView->setPresent(
+            [picture](const DevicePatch& frame) {
+                picture->put(frame.image, frame.origin);
+                return true;
+            },
+            std::numeric_limits<qsizetype>::max());
         connect(picture, &SurfacePicture::seenChanged, rootView, &WidgetView::setSeen);
+    } else {
+        rootView->setPresent(
+            [this](const DevicePatch& frame) {
+                return putOnWindow(*this, frame.image, frame.origin);
+            },
+            largestDirectPicture);
     }
     takeSize(WidgetView::preferredSize(compact));
     place();

@@ -4,7 +4,6 @@
 #include "platform/LayerShell.h"
 #include "platform/LayerSurface.h"
 #include "platform/SelectionWatch.h"
-#include "platform/SurfacePicture.h"
 #include "platform/X11.h"
 
 #include <QAbstractNativeEventFilter>
@@ -25,7 +24,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <vector>
 
 namespace {
@@ -34,10 +32,6 @@ constexpr uint32_t allDesktops = 0xFFFFFFFF;
 
 /// "From an ordinary application", in the words of the window manager protocol.
 constexpr uint32_t sourceApplication = 1;
-
-/// A picture that is larger, in bytes, goes faster through the memory that Qt shares with the
-/// server.
-constexpr qsizetype largestRequest = 65'536;
 
 enum StateChange : uint32_t { removeState = 0, addState = 1 };
 
@@ -394,20 +388,11 @@ void setOutline(QWidget& window, const QPainterPath& outline)
         cut(XCB_SHAPE_SK_BOUNDING);
 }
 
-qsizetype largestDirectPicture()
-{
-    return x11Connection() ? largestRequest : std::numeric_limits<qsizetype>::max();
-}
-
 bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at)
 {
-    if (SurfacePicture* whole = SurfacePicture::of(window)) {
-        whole->put(picture, at);
-        return true;
-    }
     constexpr uint8_t depth = 32;
     xcb_connection_t* connection = x11Connection();
-    if (!connection || picture.sizeInBytes() > largestRequest ||
+    if (!connection || picture.sizeInBytes() > largestDirectPicture ||
         window.windowHandle()->format().alphaBufferSize() == 0 ||
         xcb_get_setup(connection)->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
         return false;

@@ -48,8 +48,9 @@ void setOutline(QWidget& window, const QPainterPath& outline);
 /// Calls `react` whenever it has changed whether something makes windows translucent.
 void onCompositorChange(QWidget& window, std::function<void()> react);
 
-/// What is larger than this, in bytes, is painted faster as usual.
-qsizetype largestDirectPicture();
+/// What is larger than this, in bytes, is painted faster as usual, through the memory that Qt
+/// shares with the X server.
+inline constexpr qsizetype largestDirectPicture = 65'536;
 
 /// Puts a small picture straight onto `window`, at a place in device pixels. False where that is
 /// not possible, or not cheaper than painting it as usual.

@@ -68,11 +68,6 @@ SurfacePicture* SurfacePicture::giveTo(QWidget& window, QWidget& content)
     return new SurfacePicture(window, content, *surface);
 }
 
-SurfacePicture* SurfacePicture::of(const QWidget& window)
-{
-    return window.findChild<SurfacePicture*>(QString(), Qt::FindDirectChildrenOnly);
-}
-
 SurfacePicture::SurfacePicture(QWidget& window, QWidget& content, LayerSurface& surface)
     : QObject(&window)
     , m_window(window)

@@ -29,9 +29,6 @@ public:
     static SurfacePicture* giveTo(QWidget& window, QWidget& content);
     ~SurfacePicture() override;
 
-    /// The picture of a window, or null.
-    static SurfacePicture* of(const QWidget& window);
-
     /// Paints this part of the window anew, soon.
     void update(const QRegion& part);
 
