@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QPointingDevice>
 #include <QScreen>
 
 #include <chrono>
@@ -38,9 +39,9 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     , m_rootView(rootView)
     , m_frames(frames)
     , m_compactness(compact)
-    , m_travel(PointerTravel::watch())
 {
     makeFloating(*this);
+    m_travel = PointerTravel::watch(*this);
     setWindowTitle(QStringLiteral("Vantora"));
     rootView->setParent(this);
     if (SurfacePicture* picture = SurfacePicture::giveTo(*this, *rootView)) {
@@ -220,8 +221,8 @@ void FloatingPanel::mousePressEvent(QMouseEvent* event)
         letGo(); // The menu that this opens may get the release.
         return;
     }
-    // A finger's way is not told where that of the pointer is.
-    const bool hasWay = !m_travel || event->source() == Qt::MouseEventNotSynthesized;
+    // The way of a tablet's pen is told neither as a mouse's nor as a finger's.
+    const bool hasWay = !m_travel || event->pointerType() != QPointingDevice::PointerType::Pen;
     if (!hasWay || !m_rootView->isOnCard(event->position()))
         return;
     m_pressed = true;

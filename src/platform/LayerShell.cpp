@@ -1,5 +1,6 @@
 #include "platform/LayerShell.h"
 
+#include "platform/WaylandQueue.h"
 #include "platform/WaylandSeat.h"
 
 #include <QGuiApplication>
@@ -41,6 +42,8 @@ void takeGlobal(void* data, wl_registry* registry, uint32_t name, const char* in
     } else if (std::strcmp(interface, wp_viewporter_interface.name) == 0) {
         shell->viewporter =
             static_cast<wp_viewporter*>(bind(registry, name, wp_viewporter_interface, 1));
+    } else if (std::strcmp(interface, "wp_fractional_scale_manager_v1") == 0) {
+        shell->tellsFractionalScales = true;
     } else if (std::strcmp(interface, wl_seat_interface.name) == 0 && !shell->seat) {
         shell->seat = new WaylandSeat(static_cast<wl_seat*>(bind(
             registry, name, wl_seat_interface, std::min(version, WaylandSeat::newestVersion))));
@@ -59,15 +62,11 @@ LayerShell findLayerShell()
         return shell;
     static constexpr wl_registry_listener listener{
         .global = takeGlobal, .global_remove = [](void*, wl_registry*, uint32_t) {}};
-    wl_event_queue* queue = wl_display_create_queue(shell.display);
-    auto* wrapper = static_cast<wl_display*>(wl_proxy_create_wrapper(shell.display));
-    wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(wrapper), queue);
-    wl_registry* registry = wl_display_get_registry(wrapper);
-    wl_proxy_wrapper_destroy(wrapper);
+    WaylandQueue queue(shell.display);
+    wl_registry* registry = wl_display_get_registry(queue.wrap(shell.display).get());
     wl_registry_add_listener(registry, &listener, &shell);
-    wl_display_roundtrip_queue(shell.display, queue);
+    queue.roundTrip();
     wl_registry_destroy(registry);
-    wl_event_queue_destroy(queue);
     return shell;
 }
 

@@ -16,6 +16,7 @@ struct LayerShell
     WaylandSeat* seat = nullptr;                                 ///< may be missing
     wl_shm* shm = nullptr;                                       ///< may be missing
     wp_viewporter* viewporter = nullptr;                         ///< may be missing
+    bool tellsFractionalScales = false;
 };
 
 /// The compositor's layer shell, or null where there is none: on other window systems, and where

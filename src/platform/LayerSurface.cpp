@@ -1,6 +1,7 @@
 #include "platform/LayerSurface.h"
 
 #include "platform/LayerShell.h"
+#include "platform/WaylandQueue.h"
 #include "platform/WaylandSeat.h"
 
 #include <QGuiApplication>
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <unistd.h>
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1.h>
@@ -30,6 +32,23 @@ constexpr uint32_t knowsOnDemandSince = 4;
 /// How often the compositor may answer something else before it answers the question of a place.
 constexpr int mostRoundTrips = 20;
 constexpr auto retryAfter = 500ms;
+
+/// A compositor that gives the keyboard on demand to a surface that appears has done so by then.
+constexpr auto givesKeyboardWithin = 100ms;
+
+/// The most units between two places that both are at whole pixels, at the usual scales.
+constexpr int largestGrid = 8;
+
+/// The nearest place up or to the left that is at a whole pixel at this scale, if there is one
+/// near. From there Qt and the compositor agree on how many pixels a window takes.
+QPoint atWholePixel(QPoint place, double scale)
+{
+    for (int grid = 1; grid <= largestGrid; ++grid) {
+        if (std::abs(std::remainder(grid * scale, 1)) < 0.001)
+            return {place.x() / grid * grid, place.y() / grid * grid};
+    }
+    return place;
+}
 
 /// Null for the screen that Qt invents while there is none.
 wl_output* outputOf(const QScreen& screen)
@@ -55,7 +74,6 @@ LayerSurface::LayerSurface(QWidget& window)
 {
     window.overrideWindowFlags(window.windowFlags() | Qt::BypassWindowManagerHint);
     window.installEventFilter(this);
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &LayerSurface::focusChanged);
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &LayerSurface::adapt,
             Qt::QueuedConnection);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LayerSurface::adapt,
@@ -166,7 +184,8 @@ void LayerSurface::attach()
         return; // All screens are gone for now.
 
     const LayerShell& shell = *layerShell();
-    m_role = zwlr_layer_shell_v1_get_layer_surface(shell.shell, m_surface, output,
+    WaylandQueue queue(shell.display);
+    m_role = zwlr_layer_shell_v1_get_layer_surface(queue.wrap(shell.shell).get(), m_surface, output,
                                                    ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, scope);
     static constexpr zwlr_layer_surface_v1_listener listener{
         .configure =
@@ -183,14 +202,18 @@ void LayerSurface::attach()
     };
     zwlr_layer_surface_v1_add_listener(m_role, &listener, this);
     zwlr_layer_surface_v1_set_anchor(m_role, atTopLeft);
-    if (m_window.windowType() == Qt::Popup)
-        takeKeyboard();
+    m_isNew = true;
+    if (m_window.windowType() == Qt::Popup || m_wantsKeyboard)
+        askForKeyboard();
     commitPlace();
     // The first picture must not come before the compositor has agreed to the place.
     m_isConfigured = false;
     for (int i = 0; i < mostRoundTrips && m_role && !m_isConfigured; ++i)
-        wl_display_roundtrip(shell.display);
-    if (m_isConfigured) {
+        queue.roundTrip();
+    if (m_role)
+        queue.release(m_role);
+    if (m_role && m_isConfigured) {
+        m_confirmedTopLeft = m_topLeft;
         Q_EMIT attached();
     } else {
         // As while a screen comes up. A picture now would be the end of the connection.
@@ -202,6 +225,7 @@ void LayerSurface::attach()
 
 void LayerSurface::settle()
 {
+    m_isNew = false;
     QWindow* window = m_window.windowHandle();
     if (!window || !window->isVisible())
         return;
@@ -219,6 +243,8 @@ void LayerSurface::detach()
     if (m_keyboard)
         WaylandSeat::release(m_keyboard);
     m_keyboard = nullptr;
+    m_hasKeyboard = false;
+    forgetConfirmations();
     Q_EMIT detached();
     zwlr_layer_surface_v1_destroy(m_role);
     m_role = nullptr;
@@ -241,13 +267,43 @@ void LayerSurface::commitPlace()
 {
     if (!m_role)
         return;
-    const QPoint place = placeOnScreen() * waylandUnit();
+    QPoint place = placeOnScreen() * waylandUnit();
+    if (!m_keepsToPixels)
+        place = atWholePixel(place, m_window.devicePixelRatioF() / waylandUnit());
     const QSize size = m_window.size() * waylandUnit();
     zwlr_layer_surface_v1_set_size(m_role, static_cast<uint32_t>(size.width()),
                                    static_cast<uint32_t>(size.height()));
     zwlr_layer_surface_v1_set_margin(m_role, place.y(), 0, 0, place.x());
     commit();
+    confirmPlace();
     Q_EMIT placed();
+}
+
+/// Has the compositor answer once it has handled the request for this place: what events tell after
+/// that is counted from there.
+void LayerSurface::confirmPlace()
+{
+    const QPoint last =
+        m_confirmations.empty() ? m_confirmedTopLeft : m_confirmations.back().topLeft;
+    if (m_topLeft == last)
+        return;
+    static constexpr wl_callback_listener listener{
+        .done = [](void* self, wl_callback* callback, uint32_t) {
+            auto* surface = static_cast<LayerSurface*>(self);
+            surface->m_confirmedTopLeft = surface->m_confirmations.front().topLeft;
+            surface->m_confirmations.pop_front();
+            wl_callback_destroy(callback);
+        }};
+    wl_callback* callback = wl_display_sync(layerShell()->display);
+    wl_callback_add_listener(callback, &listener, this);
+    m_confirmations.push_back({callback, m_topLeft});
+}
+
+void LayerSurface::forgetConfirmations()
+{
+    for (const Confirmation& waiting : m_confirmations)
+        wl_callback_destroy(waiting.callback);
+    m_confirmations.clear();
 }
 
 void LayerSurface::commit()
@@ -266,24 +322,56 @@ void LayerSurface::showAnew()
     m_window.show();
 }
 
+bool LayerSurface::canTakeKeyboard() const
+{
+    const LayerShell& shell = *layerShell();
+    return shell.seat && shell.seat->hasKeyboard() &&
+           zwlr_layer_shell_v1_get_version(shell.shell) >= knowsOnDemandSince;
+}
+
 void LayerSurface::takeKeyboard()
 {
-    if (!m_role || m_keyboard || !layerShell()->seat ||
-        zwlr_layer_surface_v1_get_version(m_role) < knowsOnDemandSince)
+    if (m_keyboard || !canTakeKeyboard())
         return;
-    m_keyboard = layerShell()->seat->keyboard();
-    if (!m_keyboard)
+    m_wantsKeyboard = true;
+    if (m_role && m_isNew) {
+        askForKeyboard();
+        commit();
+    } else if (m_role) {
+        showAnew();
+    }
+}
+
+/// With the next commit. On demand, compositors take the keyboard back for the window that the user
+/// clicks; some give it to surfaces that appear, some insist on being insisted on.
+void LayerSurface::askForKeyboard()
+{
+    m_wantsKeyboard = false;
+    if (!canTakeKeyboard())
         return;
-    listenForLoss();
-    setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE);
+    listenToKeyboard();
+    zwlr_layer_surface_v1_set_keyboard_interactivity(
+        m_role, ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND);
+    QTimer::singleShot(givesKeyboardWithin, this, &LayerSurface::insistOnKeyboard);
+}
+
+void LayerSurface::insistOnKeyboard()
+{
+    if (m_role && m_keyboard && !m_hasKeyboard)
+        setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE);
 }
 
 /// Some compositors give it to another window on a click, and back at once: Qt does not notice.
-void LayerSurface::listenForLoss()
+void LayerSurface::listenToKeyboard()
 {
     static constexpr wl_keyboard_listener listener{
         .keymap = [](void*, wl_keyboard*, uint32_t, int32_t fd, uint32_t) { ::close(fd); },
-        .enter = [](void*, wl_keyboard*, uint32_t, wl_surface*, wl_array*) {},
+        .enter =
+            [](void* self, wl_keyboard*, uint32_t, wl_surface* entered, wl_array*) {
+                auto* surface = static_cast<LayerSurface*>(self);
+                if (entered == surface->m_surface)
+                    surface->m_hasKeyboard = true;
+            },
         .leave =
             [](void* self, wl_keyboard*, uint32_t, wl_surface* left) {
                 auto* surface = static_cast<LayerSurface*>(self);
@@ -294,6 +382,7 @@ void LayerSurface::listenForLoss()
         .modifiers = [](void*, wl_keyboard*, uint32_t, uint32_t, uint32_t, uint32_t, uint32_t) {},
         .repeat_info = [](void*, wl_keyboard*, int32_t, int32_t) {},
     };
+    m_keyboard = layerShell()->seat->keyboard();
     wl_keyboard_add_listener(m_keyboard, &listener, this);
 }
 
@@ -304,17 +393,11 @@ void LayerSurface::setKeyboard(uint32_t interactivity)
     wl_display_flush(layerShell()->display);
 }
 
-void LayerSurface::focusChanged(const QWindow* focused)
-{
-    // Taken; from now on the user may give it to another window.
-    if (m_role && m_keyboard && focused && focused == m_window.windowHandle())
-        setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND);
-}
-
 void LayerSurface::keyboardLost()
 {
     WaylandSeat::release(m_keyboard);
     m_keyboard = nullptr;
+    m_hasKeyboard = false;
     // A click does not bring it back.
     setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
     if (m_window.windowType() == Qt::Popup)
@@ -330,9 +413,10 @@ QRect freeArea(const QScreen& screen)
     if (!compositor || !output)
         return screen.availableGeometry();
     // A surface that asks for all the room that there is, and is told how much that is.
-    wl_surface* surface = wl_compositor_create_surface(compositor);
+    WaylandQueue queue(shell.display);
+    wl_surface* surface = wl_compositor_create_surface(queue.wrap(compositor).get());
     zwlr_layer_surface_v1* role = zwlr_layer_shell_v1_get_layer_surface(
-        shell.shell, surface, output, ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, scope);
+        queue.wrap(shell.shell).get(), surface, output, ZWLR_LAYER_SHELL_V1_LAYER_OVERLAY, scope);
     static constexpr zwlr_layer_surface_v1_listener listener{
         .configure =
             [](void* size, zwlr_layer_surface_v1*, uint32_t, uint32_t width, uint32_t height) {
@@ -345,7 +429,7 @@ QRect freeArea(const QScreen& screen)
     zwlr_layer_surface_v1_add_listener(role, &listener, &size);
     zwlr_layer_surface_v1_set_anchor(role, allSides);
     wl_surface_commit(surface);
-    wl_display_roundtrip(shell.display);
+    queue.roundTrip();
     zwlr_layer_surface_v1_destroy(role);
     wl_surface_destroy(surface);
     return size.isEmpty() ? screen.availableGeometry()

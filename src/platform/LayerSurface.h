@@ -6,8 +6,10 @@
 #include <QScreen>
 
 #include <cstdint>
+#include <deque>
 
 class QWidget;
+struct wl_callback;
 struct wl_keyboard;
 struct wl_surface;
 struct zwlr_layer_surface_v1;
@@ -35,6 +37,10 @@ public:
     /// Counted from the corner of the screen that the surface is on.
     QPoint placeOnScreen() const;
 
+    /// Where the compositor had the surface when it sent the event that is being handled: places
+    /// inside the surface, as events tell them, are counted from there.
+    QPoint confirmedTopLeft() const { return m_confirmedTopLeft; }
+
     /// That the surface is on; null if that is gone, or before the first show.
     const QScreen* screen() const { return m_screen; }
 
@@ -48,8 +54,9 @@ public:
     /// To be called before the window is hidden: the compositor wants to lose the surface first.
     void detach();
 
-    /// Gives the window the keyboard, until the user gives it to another one. Not possible with
-    /// compositors that know no such thing; nothing happens there.
+    /// Gives the window the keyboard, until the user gives it to another one. A window on the
+    /// screen is shown anew for that. Not possible with compositors that know no such thing;
+    /// nothing happens there.
     void takeKeyboard();
 
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -70,11 +77,15 @@ private:
     void tellToolkit();
     void settle();
     void commitPlace();
+    void confirmPlace();
+    void forgetConfirmations();
     void commit();
     void showAnew();
+    bool canTakeKeyboard() const;
+    void askForKeyboard();
+    void insistOnKeyboard();
     void setKeyboard(uint32_t interactivity);
-    void listenForLoss();
-    void focusChanged(const QWindow* focused);
+    void listenToKeyboard();
     void keyboardLost();
     QPoint placeBesideOwner() const;
     QScreen* wantedScreen() const;
@@ -86,8 +97,20 @@ private:
     zwlr_layer_surface_v1* m_role = nullptr;
     wl_surface* m_surface = nullptr;
     bool m_isConfigured = false;
+    bool m_isNew = false; ///< has no picture yet
     bool m_keepsToPixels = false;
-    wl_keyboard* m_keyboard = nullptr; ///< while it is taken
+    bool m_wantsKeyboard = false;      ///< at the next show
+    wl_keyboard* m_keyboard = nullptr; ///< from when it is asked for until it is lost
+    bool m_hasKeyboard = false;
+
+    /// The answer to a request that came after one for this place.
+    struct Confirmation
+    {
+        wl_callback* callback;
+        QPoint topLeft;
+    };
+    std::deque<Confirmation> m_confirmations; ///< on their way, the oldest first
+    QPoint m_confirmedTopLeft;
 };
 
 /// The part of a screen that panels leave free, as compositors tell it: its size only, so that its

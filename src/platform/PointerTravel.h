@@ -3,24 +3,28 @@
 #include <QObject>
 #include <QPointF>
 
+#include <cstdint>
 #include <memory>
 
+class LayerSurface;
+class QWidget;
 struct wl_pointer;
+struct wl_touch;
 struct zwp_relative_pointer_v1;
 
-/// How far the pointer has gone with its left button down, where the window system does not tell
-/// where on the screen it is: places inside a window that moves with the pointer say nothing.
+/// How far the pointer has gone with its left button down, or a finger on the window, where the
+/// window system does not tell where on the screen that is: on Wayland, for layer surfaces.
 class PointerTravel : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Null where places on the screen can be trusted, or nothing is told at all.
-    static std::unique_ptr<PointerTravel> watch();
+    /// For a window that outlives it. Null where places on the screen can be trusted.
+    static std::unique_ptr<PointerTravel> watch(QWidget& window);
     ~PointerTravel() override;
 
-    /// From the last press to now, or to the release of the button; in logical pixels. It goes on
-    /// where the pointer stands at the edge of the screen: the caller then says how far it came.
+    /// From the last press to now, or to the release; in logical pixels. A mouse goes on where the
+    /// pointer stands at the edge of the screen: the caller then says how far it came.
     QPointF distance() const { return m_distance; }
     void setDistance(QPointF distance) { m_distance = distance; }
 
@@ -28,14 +32,29 @@ Q_SIGNALS:
     void travelled();
 
 private:
-    PointerTravel();
+    explicit PointerTravel(LayerSurface& surface);
     void listen();
-    void stopListening();
+    void listenToPointer();
+    void listenToFingers();
+    void stopListeningToPointer();
+    void stopListeningToFingers();
+    QPointF placeOnScreen(QPointF inSurface) const;
+    void beginAt(QPointF inSurface);
+    void isAt(QPointF inSurface);
 
+    static constexpr int32_t noFinger = -1;
+
+    LayerSurface& m_surface;
     /// The compositor's word on buttons, in one order with that on ways. Null while there is no
     /// mouse.
     wl_pointer* m_pointer = nullptr;
     zwp_relative_pointer_v1* m_relative = nullptr;
+    wl_touch* m_touch = nullptr; ///< null while there is no touch screen
     QPointF m_distance;
+    QPointF m_from; ///< of the last press, on the screen
     bool m_isPressed = false;
+    bool m_isRelative = false;   ///< since the last press it was told how far the pointer went
+    QPointF m_pointerAt;         ///< inside the surface
+    bool m_hasMoved = false;     ///< since the last whole event
+    int32_t m_finger = noFinger; ///< that is followed
 };

@@ -23,8 +23,14 @@ namespace {
 /// in milliseconds.
 constexpr qint64 askEvery = 1000;
 
-/// From this version on Qt scales the picture of a surface itself, and must be let.
-const QVersionNumber knowsAllScales(6, 5);
+/// From this version on Qt has a viewport on each surface itself, where the compositor tells scales
+/// between whole ones. It shows whatever picture at the size of the window, as ours would.
+const QVersionNumber hasViewports(6, 5);
+
+bool qtHasViewport()
+{
+    return layerShell()->tellsFractionalScales && QLibraryInfo::version() >= hasViewports;
+}
 
 bool compositorCanDoIt()
 {
@@ -63,7 +69,7 @@ void copy(const QImage& from, QPoint origin, QImage& to, const QRect& area)
 SurfacePicture* SurfacePicture::giveTo(QWidget& window, QWidget& content)
 {
     LayerSurface* surface = LayerSurface::of(window);
-    if (!surface || !compositorCanDoIt() || QLibraryInfo::version() >= knowsAllScales)
+    if (!surface || !compositorCanDoIt())
         return nullptr;
     return new SurfacePicture(window, content, *surface);
 }
@@ -198,10 +204,12 @@ SharedImage* SurfacePicture::freeImage()
 void SurfacePicture::show(SharedImage& picture, const QRegion& changed)
 {
     wl_surface* surface = m_surface.surface();
-    if (!m_viewport)
+    if (!m_viewport && !qtHasViewport())
         m_viewport = wp_viewporter_get_viewport(layerShell()->viewporter, surface);
-    const QSize size = m_window.size() * waylandUnit();
-    wp_viewport_set_destination(m_viewport, size.width(), size.height());
+    if (m_viewport) {
+        const QSize size = m_window.size() * waylandUnit();
+        wp_viewport_set_destination(m_viewport, size.width(), size.height());
+    }
     wl_surface_set_buffer_scale(surface, 1);
     wl_surface_attach(surface, picture.buffer(), 0, 0);
     for (const QRect& rect : changed)

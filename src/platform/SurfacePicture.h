@@ -15,17 +15,16 @@ class SharedImage;
 struct wl_callback;
 struct wp_viewport;
 
-/// The picture of a window with a `LayerSurface`, painted and shown without Qt's help: at the true
-/// scale of its screen, where Qt knows whole ones only, and without being called back for each
-/// frame. Qt paints nothing of the window any more.
+/// The picture of a window with a `LayerSurface`, painted and shown without Qt's help: with as many
+/// pixels as the compositor shows of it, where Qt rounds in its own way, and without being called
+/// back for each frame. Qt paints nothing of the window any more.
 class SurfacePicture : public QObject
 {
     Q_OBJECT
 
 public:
     /// For a window that was not shown yet, and that `content` fills. Null where Qt paints it: on
-    /// other window systems, where the compositor lacks something for it, and with a Qt that knows
-    /// all scales itself.
+    /// other window systems, and where the compositor lacks something for it.
     static SurfacePicture* giveTo(QWidget& window, QWidget& content);
     ~SurfacePicture() override;
 
@@ -59,7 +58,7 @@ private:
     QWidget& m_content;
     LayerSurface& m_surface;
     std::unique_ptr<ScreenScales> m_scales;
-    wp_viewport* m_viewport = nullptr;
+    wp_viewport* m_viewport = nullptr;    ///< null where Qt has one
     std::unique_ptr<SharedImage> m_front; ///< is shown, or is to be
     std::unique_ptr<SharedImage> m_back;  ///< for while the compositor reads the other one
     /// Of another size; until the next one is shown.

@@ -27,6 +27,11 @@ bool WaylandSeat::hasKeyboard() const
     return (m_capabilities & WL_SEAT_CAPABILITY_KEYBOARD) != 0;
 }
 
+bool WaylandSeat::hasTouch() const
+{
+    return (m_capabilities & WL_SEAT_CAPABILITY_TOUCH) != 0;
+}
+
 wl_pointer* WaylandSeat::pointer() const
 {
     return hasPointer() ? wl_seat_get_pointer(m_seat) : nullptr;
@@ -35,6 +40,11 @@ wl_pointer* WaylandSeat::pointer() const
 wl_keyboard* WaylandSeat::keyboard() const
 {
     return hasKeyboard() ? wl_seat_get_keyboard(m_seat) : nullptr;
+}
+
+wl_touch* WaylandSeat::touch() const
+{
+    return hasTouch() ? wl_seat_get_touch(m_seat) : nullptr;
 }
 
 void WaylandSeat::release(wl_pointer* pointer)
@@ -51,4 +61,12 @@ void WaylandSeat::release(wl_keyboard* keyboard)
         wl_keyboard_release(keyboard);
     else
         wl_keyboard_destroy(keyboard);
+}
+
+void WaylandSeat::release(wl_touch* touch)
+{
+    if (wl_touch_get_version(touch) >= WL_TOUCH_RELEASE_SINCE_VERSION)
+        wl_touch_release(touch);
+    else
+        wl_touch_destroy(touch);
 }
