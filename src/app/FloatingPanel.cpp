@@ -3,6 +3,7 @@
 #include "app/FramePosition.h"
 #include "core/SettingsStore.h"
 #include "platform/FloatingWindow.h"
+#include "platform/NativeSize.h"
 #include "platform/SurfacePicture.h"
 #include "widget/FrameSource.h"
 #include "widget/WidgetView.h"
@@ -41,6 +42,7 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
     , m_compactness(compact)
 {
     makeFloating(*this);
+    followDesktopScale(*this);
     m_travel = PointerTravel::watch(*this);
     setWindowTitle(QStringLiteral("Vantora"));
     rootView->setParent(this);

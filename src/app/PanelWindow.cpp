@@ -3,6 +3,7 @@
 #include "app/FramePosition.h"
 #include "panel/Branding.h"
 #include "platform/FloatingWindow.h"
+#include "platform/NativeSize.h"
 
 #include <QCloseEvent>
 #include <QIcon>
@@ -26,6 +27,7 @@ PanelWindow::PanelWindow(QWidget* content)
          {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)})
         connect(new QShortcut(key, this), &QShortcut::activated, this, &QWidget::close);
 
+    followDesktopScale(*this);
     adjustSize();
     QRect frame = frameGeometry();
     frame.moveCenter(screen()->availableGeometry().center());

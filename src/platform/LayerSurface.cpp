@@ -16,6 +16,7 @@
 #include <chrono>
 #include <cmath>
 #include <unistd.h>
+#include <utility>
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1.h>
 
@@ -244,6 +245,7 @@ void LayerSurface::detach()
         WaylandSeat::release(m_keyboard);
     m_keyboard = nullptr;
     m_hasKeyboard = false;
+    m_isOnTrial = false;
     forgetConfirmations();
     Q_EMIT detached();
     zwlr_layer_surface_v1_destroy(m_role);
@@ -342,8 +344,9 @@ void LayerSurface::takeKeyboard()
     }
 }
 
-/// With the next commit. On demand, compositors take the keyboard back for the window that the user
-/// clicks; some give it to surfaces that appear, some insist on being insisted on.
+/// With the next commit. On demand, all compositors take the keyboard back for the window that the
+/// user clicks; some give it to surfaces that appear, sway for a moment only. Exclusively, all give
+/// it, and labwc takes it back for nobody.
 void LayerSurface::askForKeyboard()
 {
     m_wantsKeyboard = false;
@@ -352,12 +355,13 @@ void LayerSurface::askForKeyboard()
     listenToKeyboard();
     zwlr_layer_surface_v1_set_keyboard_interactivity(
         m_role, ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND);
+    m_isOnTrial = true;
     QTimer::singleShot(givesKeyboardWithin, this, &LayerSurface::insistOnKeyboard);
 }
 
 void LayerSurface::insistOnKeyboard()
 {
-    if (m_role && m_keyboard && !m_hasKeyboard)
+    if (std::exchange(m_isOnTrial, false) && m_role && m_keyboard && !m_hasKeyboard)
         setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE);
 }
 
@@ -395,9 +399,13 @@ void LayerSurface::setKeyboard(uint32_t interactivity)
 
 void LayerSurface::keyboardLost()
 {
+    m_hasKeyboard = false;
+    if (m_isOnTrial) {
+        insistOnKeyboard();
+        return;
+    }
     WaylandSeat::release(m_keyboard);
     m_keyboard = nullptr;
-    m_hasKeyboard = false;
     // A click does not bring it back.
     setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_NONE);
     if (m_window.windowType() == Qt::Popup)

@@ -102,6 +102,7 @@ private:
     bool m_wantsKeyboard = false;      ///< at the next show
     wl_keyboard* m_keyboard = nullptr; ///< from when it is asked for until it is lost
     bool m_hasKeyboard = false;
+    bool m_isOnTrial = false; ///< the compositor may still take it back for no reason of the user's
 
     /// The answer to a request that came after one for this place.
     struct Confirmation

@@ -142,10 +142,17 @@ void Sway::startIn(const QByteArray& settings)
     const QString folder = world.path(QStringLiteral("sway"));
     QDir().mkpath(folder);
     const QString config = world.path(QStringLiteral("sway.conf"));
-    world.writeFile(config, "output * bg #335577 solid_color\n"
-                            "xwayland disable\n"
-                            "default_border none\n"
-                            "for_window [title=.*] floating enable, move position 40 200\n" +
+    // A picture: of a plain colour sway 1.10 makes a gradient at scales between whole ones.
+    const QString background = world.path(QStringLiteral("background.png"));
+    QImage plain(8, 8, QImage::Format_RGB32);
+    plain.fill(desktopColor);
+    if (!plain.save(background))
+        qFatal("the background cannot be written");
+    world.writeFile(config, "output * bg " + background.toUtf8() +
+                                " tile\n"
+                                "xwayland disable\n"
+                                "default_border none\n"
+                                "for_window [title=.*] floating enable, move position 40 200\n" +
                                 settings);
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 

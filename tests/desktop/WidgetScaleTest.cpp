@@ -2,6 +2,7 @@
 
 #include "DesktopTest.h"
 #include "WidgetPlaces.h"
+#include "support/SettingsData.h"
 
 #include <cmath>
 
@@ -52,6 +53,34 @@ TEST_P(WidgetScaleTest, afterEachChangeOfFormItsSizeIsExact)
         clickFormButton(!toCompact);
         ASSERT_TRUE(becomes(toCompact ? compactSize : fullSize))
             << desktop.geometry(window()).width() << " x " << desktop.geometry(window()).height();
+    }
+}
+
+using DesktopScaleTest = DesktopTest;
+
+// As GNOME does for the programs on its XWayland.
+TEST_F(DesktopScaleTest, theWindowFollowsAScaleThatChangesWhileItIsShown)
+{
+    const auto window = [this] { return desktop.shown(QStringLiteral("Vantora")).value(0); };
+    auto tell = [this, serial = 0U](qint32 scale) mutable {
+        SettingsData settings(false, ++serial);
+        settings.add("Xft/DPI", scale * 96 * 1024);
+        desktop.manageSettings(settings.bytes());
+    };
+    tell(1);
+    world.startVantora();
+    ASSERT_TRUE(waitUntil([&] { return window() != 0; }));
+    for (const int scale : {2, 1, 3, 2}) {
+        tell(scale);
+        EXPECT_TRUE(waitUntil(
+            [&] { return desktop.geometry(window()).size() == scale * fullSize; }))
+            << desktop.geometry(window()).width();
+        const QRect seen = desktop.geometry(window());
+        EXPECT_TRUE(waitUntil([&] {
+            const QImage corner = desktop.picture(
+                QRect(seen.topLeft() + scale * QPoint(125, 316), QSize(scale, scale)));
+            return qGray(corner.pixel(0, 0)) < 60;
+        })) << "the card reaches as far as the window";
     }
 }
 

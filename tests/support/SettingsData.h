@@ -7,8 +7,10 @@
 class SettingsData
 {
 public:
-    explicit SettingsData(bool isBigEndian = false)
+    /// `serial` grows with each change of a value: some programs take no other one.
+    explicit SettingsData(bool isBigEndian = false, quint32 serial = 1)
         : m_isBigEndian(isBigEndian)
+        , m_serial(serial)
     {}
 
     void add(const QByteArray& name, qint32 value)
@@ -34,7 +36,7 @@ public:
     {
         SettingsData head(m_isBigEndian);
         head.m_settings = QByteArray(m_isBigEndian ? "\1\0\0\0" : "\0\0\0\0", 4);
-        head.append(quint32{1});
+        head.append(m_serial);
         head.append(m_count);
         return head.m_settings + m_settings;
     }
@@ -58,11 +60,12 @@ private:
         m_settings.append(kind).append('\0');
         append(static_cast<quint16>(name.size()));
         appendFilled(name);
-        append(quint32{1});
+        append(m_serial);
         ++m_count;
     }
 
     bool m_isBigEndian;
+    quint32 m_serial;
     quint32 m_count = 0;
     QByteArray m_settings;
 };

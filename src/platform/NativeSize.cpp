@@ -1,0 +1,38 @@
+#include "platform/NativeSize.h"
+
+#include "platform/X11.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+#include <qpa/qplatformwindow.h>
+
+namespace {
+
+void takePixels(const QWidget& window)
+{
+    const QWindow* handle = window.windowHandle();
+    QPlatformWindow* native = handle ? handle->handle() : nullptr;
+    if (!native)
+        return;
+    const QSize pixels = (QSizeF(window.size()) * handle->devicePixelRatio()).toSize();
+    native->setGeometry(QRect(native->geometry().topLeft(), pixels));
+}
+
+} // namespace
+
+void followDesktopScale(QWidget& window)
+{
+    if (!x11Connection())
+        return;
+    const auto watch = [&window](const QScreen* screen) {
+        // Queued: the screen tells of it before the windows know their scale.
+        QObject::connect(
+            screen, &QScreen::logicalDotsPerInchChanged, &window, [&window] { takePixels(window); },
+            Qt::QueuedConnection);
+    };
+    for (const QScreen* screen : QGuiApplication::screens())
+        watch(screen);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &window, watch);
+}
