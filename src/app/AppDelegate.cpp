@@ -147,6 +147,7 @@ void AppDelegate::setUpStatusItem()
     m_panel->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_panel.get(), &QWidget::customContextMenuRequested, this,
             [this](QPoint at) { m_menu->popup(m_panel->topLeft() + at); });
+    connect(m_menu.get(), &QMenu::aboutToHide, m_panel.get(), &FloatingPanel::menuHasClosed);
 
     menuWillOpen();
     m_statusItem = std::make_unique<StatusItem>(

@@ -1,5 +1,7 @@
 #include "app/Autostart.h"
 
+#include "app/UserFolders.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -111,8 +113,7 @@ QString write(const QString& path, const QByteArray& entry)
 
 QString setAutostart(bool on, const QString& program)
 {
-    const QString path =
-        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u'/' + entryName;
+    const QString path = configFolder() + u'/' + entryName;
     QString error;
     const QByteArray own = content(path, error);
     if (!error.isEmpty())

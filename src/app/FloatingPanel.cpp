@@ -55,12 +55,6 @@ FloatingPanel::FloatingPanel(WidgetView* rootView, bool compact, SettingsStore& 
             },
             std::numeric_limits<qsizetype>::max());
         connect(picture, &SurfacePicture::seenChanged, rootView, &WidgetView::setSeen);
-    } else {
-        rootView->setPresent(
-            [this](const DevicePatch& frame) {
-                return putOnWindow(*this, frame.image, frame.origin);
-            },
-            largestDirectPicture);
     }
     takeSize(WidgetView::preferredSize(compact));
     place();
@@ -187,6 +181,14 @@ void FloatingPanel::showFrame(Instant now)
 void FloatingPanel::showEvent(QShowEvent*)
 {
     prepareToShow(*this);
+    if (canPutOnWindow(*this)) {
+        m_rootView->setPresent(
+            [this](const DevicePatch& frame) {
+                putOnWindow(*this, frame.image, frame.origin);
+                return true;
+            },
+            largestDirectPicture);
+    }
     setOutline(*this, m_rootView->outline());
     moveFloating(*this, m_topLeft);
     QTimer::singleShot(0, this, [this] { settleAfterShow(*this); });
@@ -271,6 +273,12 @@ void FloatingPanel::mouseReleaseEvent(QMouseEvent* event)
         return;
     followPointer(event->globalPosition().toPoint());
     letGo();
+}
+
+void FloatingPanel::menuHasClosed()
+{
+    m_rootView->pointerIsAt(m_travel ? m_travel->pointerInside()
+                                     : std::optional<QPointF>(QCursor::pos() - m_topLeft));
 }
 
 void FloatingPanel::letGo()

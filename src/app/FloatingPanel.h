@@ -39,6 +39,9 @@ public:
     /// Grows or shrinks to the size of the other form; the top left corner stays.
     void resizeAnimated(bool compact);
 
+    /// To be called when a menu closes: while it was open the toolkit told nothing of the pointer.
+    void menuHasClosed();
+
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;

@@ -1,23 +1,44 @@
 #include "app/UserFolders.h"
 
-#include <QStandardPaths>
+#include "core/Fatal.h"
+
+#include <QDir>
 
 namespace {
 
-/// The program's own folder below a base folder of the user's.
-QString userFolder(QStandardPaths::StandardLocation base)
+/// What a variable names, if that is a whole path: relative ones are to be ignored.
+QString folderIn(const char* variable)
 {
-    return QStandardPaths::writableLocation(base) + QStringLiteral("/Vantora");
+    const QString folder = qEnvironmentVariable(variable);
+    return QDir::isAbsolutePath(folder) ? QDir::cleanPath(folder) : QString();
+}
+
+/// A base folder of the user's: the one that the variable names, or the usual one in the home.
+/// Empty where there is neither.
+QString baseFolder(const char* variable, const QString& inHome)
+{
+    const QString named = folderIn(variable);
+    const QString home = folderIn("HOME");
+    return named.isEmpty() && !home.isEmpty() ? home + inHome : named;
 }
 
 } // namespace
 
+QString configFolder()
+{
+    const QString folder = baseFolder("XDG_CONFIG_HOME", QStringLiteral("/.config"));
+    return folder.isEmpty() ? QStringLiteral("/nonexistent") : folder;
+}
+
 QString settingsPath()
 {
-    return userFolder(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Vantora.conf");
+    return configFolder() + QStringLiteral("/Vantora/Vantora.conf");
 }
 
 QString sessionLogPath()
 {
-    return userFolder(QStandardPaths::GenericDataLocation) + QStringLiteral("/sessions.json");
+    const QString folder = baseFolder("XDG_DATA_HOME", QStringLiteral("/.local/share"));
+    if (folder.isEmpty())
+        stopProcess("there is no folder for the history: neither HOME nor XDG_DATA_HOME is set");
+    return folder + QStringLiteral("/Vantora/sessions.json");
 }

@@ -388,14 +388,17 @@ void setOutline(QWidget& window, const QPainterPath& outline)
         cut(XCB_SHAPE_SK_BOUNDING);
 }
 
-bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at)
+bool canPutOnWindow(const QWidget& window)
+{
+    const QWindow* handle = window.windowHandle();
+    return x11Connection() && handle && handle->format().alphaBufferSize() > 0 &&
+           xcb_get_setup(x11Connection())->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST;
+}
+
+void putOnWindow(const QWidget& window, const QImage& picture, QPoint at)
 {
     constexpr uint8_t depth = 32;
     xcb_connection_t* connection = x11Connection();
-    if (!connection || picture.sizeInBytes() > largestDirectPicture ||
-        window.windowHandle()->format().alphaBufferSize() == 0 ||
-        xcb_get_setup(connection)->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
-        return false;
     const auto id = static_cast<xcb_window_t>(window.internalWinId());
     // One for all frames of a window: ids of such things come to an end within a day.
     static xcb_window_t lastWindow = XCB_WINDOW_NONE;
@@ -410,5 +413,4 @@ bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at)
                   static_cast<int16_t>(at.x()), static_cast<int16_t>(at.y()), 0, depth,
                   static_cast<uint32_t>(picture.sizeInBytes()), picture.constBits());
     xcb_flush(connection);
-    return true;
 }

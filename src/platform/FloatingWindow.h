@@ -52,6 +52,9 @@ void onCompositorChange(QWidget& window, std::function<void()> react);
 /// shares with the X server.
 inline constexpr qsizetype largestDirectPicture = 65'536;
 
-/// Puts a small picture straight onto `window`, at a place in device pixels. False where that is
-/// not possible, or not cheaper than painting it as usual.
-bool putOnWindow(const QWidget& window, const QImage& picture, QPoint at);
+/// Whether pictures can be put straight onto `window`, which is about to be shown.
+bool canPutOnWindow(const QWidget& window);
+
+/// Puts a small picture straight onto `window`, at a place in device pixels. Only where
+/// canPutOnWindow() says so.
+void putOnWindow(const QWidget& window, const QImage& picture, QPoint at);

@@ -76,11 +76,15 @@ void PointerTravel::listenToPointer()
     m_pointer = shell.seat->pointer();
     static const wl_pointer_listener pointerListener = [] {
         wl_pointer_listener listener{}; // of which the seat's version knows these
-        listener.enter = [](void* self, wl_pointer*, uint32_t, wl_surface*, wl_fixed_t x,
+        listener.enter = [](void* self, wl_pointer*, uint32_t, wl_surface* surface, wl_fixed_t x,
                             wl_fixed_t y) {
-            static_cast<PointerTravel*>(self)->m_pointerAt = pointFrom(x, y);
+            auto* travel = static_cast<PointerTravel*>(self);
+            travel->m_isInside = surface && surface == travel->m_surface.surface();
+            travel->m_pointerAt = pointFrom(x, y);
         };
-        listener.leave = [](void*, wl_pointer*, uint32_t, wl_surface*) {};
+        listener.leave = [](void* self, wl_pointer*, uint32_t, wl_surface*) {
+            static_cast<PointerTravel*>(self)->m_isInside = false;
+        };
         listener.motion = [](void* self, wl_pointer*, uint32_t, wl_fixed_t x, wl_fixed_t y) {
             auto* travel = static_cast<PointerTravel*>(self);
             travel->m_pointerAt = pointFrom(x, y);
@@ -166,6 +170,7 @@ void PointerTravel::stopListeningToPointer()
     if (!m_pointer)
         return;
     m_isPressed = false;
+    m_isInside = false;
     m_distance = {};
     if (m_relative)
         zwp_relative_pointer_v1_destroy(std::exchange(m_relative, nullptr));

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 class LayerSurface;
 class QWidget;
@@ -27,6 +28,12 @@ public:
     /// pointer stands at the edge of the screen: the caller then says how far it came.
     QPointF distance() const { return m_distance; }
     void setDistance(QPointF distance) { m_distance = distance; }
+
+    /// Where the pointer is inside the window, in logical pixels; nothing while it is elsewhere.
+    std::optional<QPointF> pointerInside() const
+    {
+        return m_isInside ? std::optional(m_pointerAt) : std::nullopt;
+    }
 
 Q_SIGNALS:
     void travelled();
@@ -54,7 +61,8 @@ private:
     QPointF m_from; ///< of the last press, on the screen
     bool m_isPressed = false;
     bool m_isRelative = false;   ///< since the last press it was told how far the pointer went
-    QPointF m_pointerAt;         ///< inside the surface
+    bool m_isInside = false;     ///< the pointer
+    QPointF m_pointerAt;         ///< inside the surface that it is over
     bool m_hasMoved = false;     ///< since the last whole event
     int32_t m_finger = noFinger; ///< that is followed
 };

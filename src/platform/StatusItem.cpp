@@ -26,6 +26,9 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
 constexpr std::chrono::milliseconds trayIsReadyWithin{1000};
 
+/// A tray that restarts is gone for no longer than this.
+constexpr std::chrono::milliseconds trayComesBackWithin{3000};
+
 QString itemService()
 {
     return QStringLiteral("org.kde.StatusNotifierItem-%1-1")
@@ -67,6 +70,9 @@ StatusItem::StatusItem(QMenu& menu, DrawIcon drawIcon)
     m_untilReady.setSingleShot(true);
     m_untilReady.setInterval(trayIsReadyWithin);
     connect(&m_untilReady, &QTimer::timeout, this, &StatusItem::registerItem);
+    m_untilGone.setSingleShot(true);
+    m_untilGone.setInterval(trayComesBackWithin);
+    connect(&m_untilGone, &QTimer::timeout, this, &StatusItem::useXembed);
     connect(&m_item, &StatusNotifierItem::menuRequested, this,
             [this](QPoint at) { m_menu.popup(at.isNull() ? QCursor::pos() : at); });
 }
@@ -130,11 +136,17 @@ void StatusItem::useBus(QDBusConnection bus)
 
 void StatusItem::useTrayOf(const QString& watcherOwner)
 {
-    m_busHasTray = !watcherOwner.isEmpty();
+    const bool hadTray = std::exchange(m_busHasTray, !watcherOwner.isEmpty());
     m_item.blockSignals(!m_busHasTray);
     m_untilReady.stop();
+    m_untilGone.stop();
     if (!m_busHasTray) {
-        useXembed();
+        // Qt's item for X11 trays offers itself on the bus if a tray is there by then: there would
+        // be two.
+        if (hadTray)
+            m_untilGone.start();
+        else
+            useXembed();
         return;
     }
     m_xembed.reset();

@@ -66,6 +66,7 @@ private:
     std::optional<QDBusConnection> m_bus;
     bool m_busHasTray = false;
     QTimer m_untilReady; ///< runs while the tray is waited for
+    QTimer m_untilGone;  ///< runs while one that has gone may come back
     DrawIcon m_drawIcon;
     QList<QImage> m_icon; ///< as it was last given out
     int m_iconFiles = 0;

@@ -10,6 +10,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
 class ControlRow;
 class DoneButton;
@@ -49,6 +50,9 @@ public:
 
     /// From now on it is not Qt that has the widget painted.
     void setRepaint(Repaint repaint);
+
+    /// Tells where the pointer is, if it is over the widget, where no event has told.
+    void pointerIsAt(std::optional<QPointF> at) { setHovering(at && isOnCard(*at)); }
 
     /// Whether anybody sees the window; at first it is so, as far as Qt knows.
     void setSeen(bool seen);

@@ -77,6 +77,7 @@ bool TrayHost::handleMessage(const QDBusMessage& message, const QDBusConnection&
     if (message.member() != QStringLiteral("RegisterStatusNotifierItem"))
         return false;
     m_item = message.arguments().value(0).toString();
+    m_items.insert(m_item);
     bus.send(message.createReply());
     return true;
 }

@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -34,6 +35,9 @@ public:
 
     /// The bus name of the last item that registered since start(); empty before.
     QString item() const { return m_item; }
+
+    /// The bus names of all items that ever registered.
+    QSet<QString> items() const { return m_items; }
 
     /// A property of the item.
     QVariant read(const QString& property);
@@ -73,5 +77,6 @@ private:
     bool m_ready = true;
     bool m_wasAsked = false;
     QString m_item;
+    QSet<QString> m_items;
     QStringList m_signals;
 };

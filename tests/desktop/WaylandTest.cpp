@@ -310,6 +310,26 @@ TEST_F(WaylandTest, theMenuOpensAtThePointerAndItsLinesWork)
     EXPECT_TRUE(waitUntil([this] { return !hasMore(); }));
 }
 
+TEST_F(WaylandTest, theButtonsGoWithAPointerThatLeftWhileTheMenuWasOpen)
+{
+    start();
+    const auto showsButtons = [this] {
+        const QImage seen = sway->picture();
+        const QPoint disc = button(0) - QPoint(10, 0);
+        return qGray(seen.pixel(disc)) >
+               qGray(seen.pixel(widget().topLeft() + gapAfter(0, 6, false))) + 10;
+    };
+    // The menu hangs over none of the buttons looked at.
+    sway->moveTo(firstPlace + QPoint(200, 270));
+    ASSERT_TRUE(waitUntil(showsButtons));
+    sway->click(firstPlace + QPoint(200, 270), Sway::rightButton);
+    ASSERT_TRUE(waitUntil([this] { return hasMore(); })) << "no menu";
+    sway->moveTo({300, 700});
+    sway->type(KEY_ESC);
+    ASSERT_TRUE(waitUntil([this] { return !hasMore(); }));
+    EXPECT_TRUE(waitUntil([&] { return !widget().isNull() && !showsButtons(); }));
+}
+
 TEST_F(WaylandTest, theMenuClosesWhenAnotherWindowIsClicked)
 {
     start();

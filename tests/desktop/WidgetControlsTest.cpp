@@ -58,6 +58,19 @@ TEST_F(WidgetControlsTest, theControlsAreSeenUnderThePointerOnly)
     EXPECT_TRUE(waitUntil([this] { return !controlsAreShown(6, false); }));
 }
 
+TEST_F(WidgetControlsTest, theControlsGoWithAPointerThatLeftWhileTheMenuWasOpen)
+{
+    startVantora();
+    desktop.moveTo(onScreen(ringCenter));
+    ASSERT_TRUE(waitUntil([this] { return controlsAreShown(6, false); }));
+    desktop.click(onScreen(ringCenter), 3);
+    ASSERT_TRUE(waitUntil([this] { return !desktop.popups().isEmpty(); }));
+    desktop.moveTo(farAway);
+    desktop.click(farAway);
+    ASSERT_TRUE(waitUntil([this] { return desktop.popups().isEmpty(); }));
+    EXPECT_TRUE(waitUntil([this] { return !controlsAreShown(6, false); }));
+}
+
 TEST_F(WidgetControlsTest, theStripShowsItsBandUnderThePointerOnly)
 {
     world.writeFile(world.settingsPath(), "[General]\ncompactMode=true\n");

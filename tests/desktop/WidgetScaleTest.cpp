@@ -72,9 +72,9 @@ TEST_F(DesktopScaleTest, theWindowFollowsAScaleThatChangesWhileItIsShown)
     ASSERT_TRUE(waitUntil([&] { return window() != 0; }));
     for (const int scale : {2, 1, 3, 2}) {
         tell(scale);
-        EXPECT_TRUE(waitUntil(
-            [&] { return desktop.geometry(window()).size() == scale * fullSize; }))
-            << desktop.geometry(window()).width();
+        EXPECT_TRUE(waitUntil([&] {
+            return desktop.geometry(window()).size() == scale * fullSize;
+        })) << desktop.geometry(window()).width();
         const QRect seen = desktop.geometry(window());
         EXPECT_TRUE(waitUntil([&] {
             const QImage corner = desktop.picture(
