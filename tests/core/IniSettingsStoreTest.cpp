@@ -1,6 +1,6 @@
 #include "core/IniSettingsStore.h"
 
-#include "Application.h"
+#include "support/Application.h"
 
 #include <QDir>
 #include <QFile>

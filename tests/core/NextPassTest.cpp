@@ -1,7 +1,7 @@
 #include "core/NextPass.h"
 
-#include "Application.h"
 #include "core/Published.h"
+#include "support/Application.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "Application.h"
 #include "EngineTest.h"
 #include "core/IniSettingsStore.h"
+#include "support/Application.h"
 
 #include <QFile>
 #include <QTemporaryDir>
