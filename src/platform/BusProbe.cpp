@@ -4,7 +4,9 @@
 #include <QDeadlineTimer>
 #include <QtEndian>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <optional>
@@ -59,11 +61,16 @@ public:
     Socket(const Socket&) = delete;
     Socket& operator=(const Socket&) = delete;
 
-    bool connectTo(const SocketAddress& to) const
+    /// Zero, or the number of the error.
+    int connectTo(const SocketAddress& to) const
     {
-        return ::connect(m_descriptor, reinterpret_cast<const sockaddr*>(&to.address), to.length) ==
-               0;
+        const int status =
+            ::connect(m_descriptor, reinterpret_cast<const sockaddr*>(&to.address), to.length);
+        return status == 0 ? 0 : errno;
     }
+
+    /// Ends a wait of another thread, and all later ones.
+    void hangUp() const { ::shutdown(m_descriptor, SHUT_RDWR); }
 
     bool send(const QByteArray& bytes) const
     {
@@ -71,20 +78,26 @@ public:
                       MSG_NOSIGNAL) == bytes.size();
     }
 
-    /// More of what has come; empty at the end, and when nothing comes in time.
-    QByteArray receive() const
+    /// More of what has come; empty at the end, when nothing comes in time, and when more has come
+    /// than a bus would say.
+    QByteArray receive()
     {
         pollfd wait{m_descriptor, POLLIN, 0};
-        if (::poll(&wait, 1, static_cast<int>(m_deadline.remainingTime())) != 1)
+        if (m_received >= mostReceived ||
+            ::poll(&wait, 1, static_cast<int>(m_deadline.remainingTime())) != 1)
             return {};
         std::array<char, 4096> buffer;
         const ssize_t length = ::recv(m_descriptor, buffer.data(), buffer.size(), 0);
+        m_received += std::max(length, ssize_t{0});
         return length > 0 ? QByteArray(buffer.data(), length) : QByteArray();
     }
 
 private:
+    static constexpr ssize_t mostReceived = 65536; ///< bytes
+
     int m_descriptor;
     QDeadlineTimer m_deadline;
+    ssize_t m_received = 0;
 };
 
 // --- messages -------------------------------------------------------------------------------
@@ -170,7 +183,7 @@ QByteArrayList answersIn(QByteArrayView bytes)
     return bodies;
 }
 
-NameOnBus ask(const Socket& bus, const QByteArray& name)
+NameOnBus ask(Socket& bus, const QByteArray& name)
 {
     const QByteArray user = QByteArray::number(::getuid()).toHex();
     QByteArray heard;
@@ -216,15 +229,21 @@ QByteArray sessionBusAddress()
 }
 
 NameOnBus askBusFor(const QByteArray& name, const QByteArray& address,
-                    std::chrono::milliseconds atMost)
+                    std::chrono::milliseconds atMost, const std::stop_token& stop)
 {
     for (const QByteArray& one : address.split(';')) {
         const std::optional<SocketAddress> place = socketOf(one);
         if (!place)
-            break;
-        const Socket bus(atMost);
-        if (bus.connectTo(*place))
-            return ask(bus, name);
+            return NameOnBus::free;
+        Socket bus(atMost);
+        const int error = bus.connectTo(*place);
+        // As many wait to be let in as can: it is a stopped bus.
+        if (error == EAGAIN)
+            return NameOnBus::unsaid;
+        if (error != 0)
+            continue;
+        const std::stop_callback hangUp(stop, [&bus] { bus.hangUp(); });
+        return ask(bus, name);
     }
-    return NameOnBus::free;
+    return NameOnBus::noBus;
 }
