@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,7 @@ constexpr auto key = "sittingMinutes";
 class IniSettingsStoreTest : public testing::Test
 {
 protected:
-    Application application;
+    std::optional<Application> application{std::in_place};
     QTemporaryDir folder;
     QString path = folder.filePath(QStringLiteral("settings.ini"));
 
@@ -171,6 +172,21 @@ TEST_F(IniSettingsStoreTest, WhatIsWrittenStandsInTheFileAfterTheStoreIsGone)
 {
     IniSettingsStore(path).setInteger(key, 45);
     EXPECT_EQ(linesOfFile(), (std::vector<std::string>{"[General]", "sittingMinutes=45"}));
+}
+
+TEST_F(IniSettingsStoreTest, ItMayBeThereBeforeTheApplicationAndAfterIt)
+{
+    application.reset();
+    {
+        IniSettingsStore store(path);
+        application.emplace();
+        store.setInteger(key, 45);
+        Application::onePass();
+        EXPECT_EQ(linesOfFile(), (std::vector<std::string>{"[General]", "sittingMinutes=45"}));
+        store.setInteger(key, 46);
+        application.reset();
+    }
+    EXPECT_EQ(linesOfFile(), (std::vector<std::string>{"[General]", "sittingMinutes=46"}));
 }
 
 TEST_F(IniSettingsStoreTest, WhatIsWrittenIsReadBackAtOnce)
