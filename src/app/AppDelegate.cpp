@@ -114,7 +114,7 @@ void AppDelegate::useDesktop()
         return;
     m_environment.sessionBus.connectToBus();
     m_statusItem->start(m_environment.sessionBus);
-    m_environment.sessionBus.whenGreeted(this, [this](const QDBusConnection& bus) {
+    m_environment.sessionBus.follow(this, [this](const QDBusConnection& bus) {
         if (bus.isConnected())
             m_animations.watchPortal(bus);
     });

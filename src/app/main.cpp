@@ -7,6 +7,7 @@
 #include "paint/FontFiles.h"
 #include "platform/ApplicationService.h"
 #include "platform/BusProbe.h"
+#include "platform/HiddenBus.h"
 #include "platform/SessionBus.h"
 #include "platform/SystemClock.h"
 #include "platform/SystemSoundPlayer.h"
@@ -27,7 +28,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto busAddress = "DBUS_SESSION_BUS_ADDRESS";
 constexpr auto busAnswersWithin = 2s; ///< even at a busy login
 
 /// The folder of the program's sounds: beside the program where it was built, below the prefix
@@ -48,21 +48,25 @@ bool hasComeToTheFront(SessionBus& bus, const ApplicationService& service)
     return service.isSecond();
 }
 
-} // namespace
-
-int main(int argc, char* argv[])
+/// The program from its first thread to its last window. Returns the status of the process.
+int run(int argc, char* argv[])
 {
-    // The few threads here hardly ever allocate; a heap of its own for each would be mostly unused.
-    ::mallopt(M_ARENA_MAX, 1);
-    Snapshot::runIfRequested(argc, argv);
-    runCommandLine(argc, argv);
     const std::jthread fontLookup = prepareFontFiles();
+    const QByteArray busAddress = sessionBusAddress();
     NameOnBus name{};
-    std::jthread busQuestion([&name] {
-        name = askBusFor(ApplicationService::name, sessionBusAddress(), busAnswersWithin);
-    });
+    std::jthread busQuestion(
+        [&] { name = askBusFor(ApplicationService::name, busAddress, busAnswersWithin); });
     std::optional<WindowSystem> windowSystem(std::in_place);
+    IniSettingsStore settings(settingsPath()); // while the bus answers
+    busQuestion.join();
+    std::optional<SilentBus> silentBus;
+    std::optional<HiddenBus> hiddenBus;
+    if (name == NameOnBus::unsaid) {
+        silentBus = {.address = busAddress};
+        hiddenBus.emplace();
+    }
     QApplication application(argc, argv);
+    hiddenBus.reset();
     windowSystem.reset();
     const TerminationSignals terminationSignals;
     QApplication::setApplicationName(QStringLiteral("Vantora"));
@@ -72,22 +76,30 @@ int main(int argc, char* argv[])
 
     ApplicationService service;
     const SessionBus::Use claim = [&service](const QDBusConnection& bus) { service.claim(bus); };
-    SessionBus sessionBus(claim);
+    SessionBus sessionBus(claim, silentBus);
     SystemClock clock;
-    IniSettingsStore settings(settingsPath());
     SystemSoundPlayer sound(soundFolder());
     FileSystem fileSystem;
     AppDelegate delegate({clock, settings, sound, fileSystem, sessionBus, service, sessionLogPath(),
                           QCoreApplication::arguments()});
-    busQuestion.join();
-    // Qt asks the bus for assistive technology when it shows a window, and would wait for a silent
-    // one for ever.
-    if (name == NameOnBus::unsaid)
-        qputenv(busAddress, "unix:path=/dev/null");
     if (name == NameOnBus::taken && hasComeToTheFront(sessionBus, service))
         return EXIT_SUCCESS;
     delegate.applicationDidFinishLaunching();
     // What only the start needed goes back to the system, once the tray has its first icon.
     QTimer::singleShot(2s, &application, [] { ::malloc_trim(0); });
     return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    // The few threads here hardly ever allocate; a heap of its own for each would be mostly unused.
+    ::mallopt(M_ARENA_MAX, 1);
+    Snapshot::runIfRequested(argc, argv);
+    runCommandLine(argc, argv);
+    const int status = run(argc, argv);
+    if (SessionBus::isStuck())
+        std::_Exit(status);
+    return status;
 }

@@ -1,7 +1,8 @@
 #include "platform/SessionBus.h"
 
-#include <QThread>
-
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -10,54 +11,127 @@ namespace {
 
 constexpr auto connectionName = "vantora";
 
-QDBusConnection connection()
+std::atomic<bool> leftThread = false;
+
+QDBusConnection connectTo(const std::optional<SilentBus>& silent)
 {
-    return QDBusConnection(QLatin1String(connectionName));
+    const QLatin1String name(connectionName);
+    // Qt and its bus library remember for ever that there was no session bus, so one that answers
+    // late is reached by its address.
+    return silent ? QDBusConnection::connectToBus(QString::fromUtf8(silent->address), name)
+                  : QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
 }
 
 } // namespace
 
-SessionBus::SessionBus(Use greet)
-    : m_greeted(std::make_shared<std::atomic<bool>>(false))
-    , m_thread(QThread::create([greeted = m_greeted, greet = std::move(greet)] {
-        const QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus,
-                                                                  QLatin1String(connectionName));
+/// What the thread does, and how far it is.
+struct SessionBus::Attempt
+{
+    enum class Stage { waiting, connecting, greeting, done };
+
+    Use greet;
+    std::mutex mutex; ///< of what follows
+    std::condition_variable changed;
+    Stage stage = Stage::waiting;
+    SessionBus* owner = nullptr; ///< null once it is gone
+
+    void run(const std::optional<SilentBus>& silent, const std::stop_token& stop)
+    {
+        if (silent && !silent->waitForAnswer(stop))
+            return;
+        if (!reach(Stage::connecting))
+            return;
+        const QDBusConnection bus = connectTo(silent);
+        if (!reach(Stage::greeting))
+            return;
         if (greet && bus.isConnected())
             greet(bus);
-        *greeted = true;
-    }))
-{}
+        reach(Stage::done);
+    }
+
+    /// False when nobody wants that any more.
+    bool reach(Stage next)
+    {
+        const std::lock_guard lock(mutex);
+        if (!owner)
+            return false;
+        stage = next;
+        changed.notify_all();
+        if (stage == Stage::done)
+            QMetaObject::invokeMethod(owner, &SessionBus::settle, Qt::QueuedConnection);
+        return true;
+    }
+
+    /// Lets go of the owner, unless the thread is past connecting. Waits a moment for that. Returns
+    /// how far it is.
+    Stage abandon()
+    {
+        std::unique_lock lock(mutex);
+        changed.wait_for(lock, 1s, [this] { return stage != Stage::connecting; });
+        if (stage <= Stage::connecting)
+            owner = nullptr;
+        return stage;
+    }
+};
+
+SessionBus::SessionBus(Use greet, std::optional<SilentBus> silent)
+    : m_silent(std::move(silent))
+    , m_attempt(std::make_shared<Attempt>())
+{
+    m_attempt->greet = std::move(greet);
+    m_attempt->owner = this;
+}
 
 void SessionBus::connectToBus()
 {
-    if (!std::exchange(m_started, true))
-        m_thread->start();
+    if (m_thread.joinable())
+        return;
+    m_thread = std::jthread([attempt = m_attempt, silent = m_silent](const std::stop_token& stop) {
+        attempt->run(silent, stop);
+    });
 }
 
 SessionBus::~SessionBus()
 {
-    if (!m_started)
+    if (!m_thread.joinable())
         return;
-    // A bus that does not answer is left alone, and the thread with it.
-    if (!waitUntilGreeted(1s))
-        static_cast<void>(m_thread.release());
-    else
+    m_thread.request_stop();
+    const Attempt::Stage stage = m_attempt->abandon();
+    // A bus that has fallen silent just now is left alone, and the thread with it.
+    if (stage == Attempt::Stage::connecting) {
+        leftThread = true;
+        m_thread.detach();
+        return;
+    }
+    m_thread.join();
+    if (stage > Attempt::Stage::connecting)
         QDBusConnection::disconnectFromBus(QLatin1String(connectionName));
+}
+
+bool SessionBus::isStuck()
+{
+    return leftThread;
 }
 
 bool SessionBus::waitUntilGreeted(std::chrono::milliseconds atMost) const
 {
-    return m_thread->wait(QDeadlineTimer(atMost));
+    std::unique_lock lock(m_attempt->mutex);
+    return m_attempt->changed.wait_for(lock, atMost,
+                                       [this] { return m_attempt->stage == Attempt::Stage::done; });
 }
 
-void SessionBus::whenGreeted(QObject* context, Use use)
+void SessionBus::follow(QObject* context, const Use& use)
 {
-    // The thread may end between two of these lines.
-    const auto call = [use = std::move(use), called = std::make_shared<bool>(false)] {
-        if (!std::exchange(*called, true))
-            use(connection());
-    };
-    connect(m_thread.get(), &QThread::finished, context, call);
-    if (*m_greeted)
-        QMetaObject::invokeMethod(context, call, Qt::QueuedConnection);
+    const auto tell = [use] { use(QDBusConnection(QLatin1String(connectionName))); };
+    if (m_isSettled)
+        return tell();
+    if (m_silent)
+        use(QDBusConnection(QString()));
+    connect(this, &SessionBus::settled, context, tell);
+}
+
+void SessionBus::settle()
+{
+    m_isSettled = true;
+    Q_EMIT settled();
 }

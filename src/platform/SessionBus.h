@@ -1,17 +1,18 @@
 #pragma once
 
+#include "platform/SilentBus.h"
+
 #include <QDBusConnection>
 #include <QObject>
 
-#include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
-
-class QThread;
+#include <optional>
+#include <thread>
 
 /// The program's connection to the session bus. Greeting the bus waits for its answers, so that is
-/// done on another thread.
+/// done on another thread; and a bus that is silent is waited for there, for as long as it takes.
 class SessionBus : public QObject
 {
     Q_OBJECT
@@ -19,12 +20,17 @@ class SessionBus : public QObject
 public:
     using Use = std::function<void(QDBusConnection)>;
 
-    /// `greet` is called on the other thread with the connection, unless there is no bus.
-    explicit SessionBus(Use greet = {});
+    /// `greet` is called on the other thread with the connection, unless there is no bus; it takes
+    /// some seconds at most. Of a bus that has not answered before, `silent` tells.
+    explicit SessionBus(Use greet = {}, std::optional<SilentBus> silent = {});
 
-    /// Waits a moment for a bus that is about to answer: what Qt connects with goes at the end of
-    /// the process.
+    /// Ends what waits for the bus. It lets `greet` finish, and waits a moment for a connection
+    /// that is being made.
     ~SessionBus() override;
+
+    /// Whether a connection was still being made when its object went. A process that ends in the
+    /// usual way would wait for it, maybe for ever.
+    static bool isStuck();
 
     /// Begins to connect. A second call does nothing.
     void connectToBus();
@@ -33,14 +39,22 @@ public:
     /// longer than `atMost`.
     bool waitUntilGreeted(std::chrono::milliseconds atMost) const;
 
-    /// Calls `use` on the thread of `context`, as soon as the bus was greeted, with the connection,
-    /// or with one that isConnected() denies when there is no bus. Nothing is called once `context`
-    /// is gone.
-    void whenGreeted(QObject* context, Use use);
+    /// Calls `use` on this thread with the connection as soon as the bus was greeted, or with one
+    /// that isConnected() denies when there is no bus. A silent bus is both: it is none at once,
+    /// and another call tells of it when it has answered. Nothing is called once `context` is gone.
+    void follow(QObject* context, const Use& use);
+
+Q_SIGNALS:
+    /// The bus was greeted, or there is none.
+    void settled();
 
 private:
-    std::shared_ptr<std::atomic<bool>>
-        m_greeted; ///< shared with the thread, which may outlive this
-    std::unique_ptr<QThread> m_thread;
-    bool m_started = false;
+    struct Attempt;
+
+    void settle();
+
+    std::optional<SilentBus> m_silent;
+    std::shared_ptr<Attempt> m_attempt; ///< shared with the thread, which may outlive this
+    std::jthread m_thread;
+    bool m_isSettled = false;
 };

@@ -86,7 +86,7 @@ StatusItem::~StatusItem()
 
 void StatusItem::start(SessionBus& sessionBus)
 {
-    sessionBus.whenGreeted(this, [this](const QDBusConnection& bus) {
+    sessionBus.follow(this, [this](const QDBusConnection& bus) {
         if (bus.isConnected())
             useBus(bus);
         else

@@ -72,6 +72,19 @@ TEST_F(EnvironmentFaultsTest, aBusThatAcceptsAndNeverAnswers)
     expectToWork();
 }
 
+/// There Qt asks the bus by itself: for the desktop's settings as soon as there is an application,
+/// and for assistive technology when the first window is shown.
+TEST_F(EnvironmentFaultsTest, aSilentBusOnDesktopsThatQtAsksItAbout)
+{
+    const SilentServer silent(world.path(QStringLiteral("no-bus")));
+    ASSERT_TRUE(silent.listens);
+    world.setVariable(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
+    for (const char* name : {"GNOME", "KDE", "XFCE"}) {
+        world.setVariable(QStringLiteral("XDG_CURRENT_DESKTOP"), QLatin1String(name));
+        expectToWork();
+    }
+}
+
 TEST_F(EnvironmentFaultsTest, aBusAddressThatIsNonsense)
 {
     world.setVariable(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("nonsense"));
