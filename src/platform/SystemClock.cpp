@@ -1,5 +1,6 @@
 #include "platform/SystemClock.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <chrono>
@@ -13,7 +14,8 @@ class TimerTicks : public Ticks
 {
 public:
     TimerTicks(Qt::TimerType type, std::chrono::milliseconds interval, std::function<void()> tick)
-        : m_timer(new QTimer)
+        // One that is to go when the event loop has ended goes with the application.
+        : m_timer(new QTimer(QCoreApplication::instance()))
     {
         m_timer->setTimerType(type);
         QObject::connect(m_timer, &QTimer::timeout, m_timer, std::move(tick));
