@@ -1,9 +1,9 @@
 """The X11 display of a world as its user sees and uses it."""
 
 import re
-import time
 from dataclasses import dataclass
 
+from hand import Hand
 from picture import Picture
 from waiting import wait_until
 
@@ -26,7 +26,9 @@ class Area:
         return (self.x + self.width // 2, self.y + self.height // 2)
 
 
-class X11Screen:
+class X11Screen(Hand):
+    has_desktops = True  # more than one
+
     def __init__(self, world, pictures):
         """Pictures go into the folder `pictures`."""
         self._world = world
@@ -46,22 +48,14 @@ class X11Screen:
         """Has the pointer or the keys do something."""
         self._xdotool(*arguments)
 
-    def move_to(self, x, y):
+    def point_at(self, x, y):
         self._input("mousemove", x, y)
 
-    def click(self, x, y, button=1):
-        self.move_to(x, y)
-        time.sleep(0.15)
-        self._input("click", button)
+    def press(self, button):
+        self._input("mousedown", button)
 
-    def drag(self, start, way, steps=15):
-        self.move_to(*start)
-        self._input("mousedown", 1)
-        time.sleep(0.1)
-        for step in range(1, steps + 1):
-            self.move_to(*(s + round(w * step / steps) for s, w in zip(start, way)))
-        time.sleep(0.1)
-        self._input("mouseup", 1)
+    def release(self, button):
+        self._input("mouseup", button)
 
     def keys(self, *names):
         self._input("key", *names)
@@ -96,6 +90,9 @@ class X11Screen:
 
     def widget(self):
         return self.shown("Vantora", WIDEST_WIDGET)
+
+    def kind_of(self, _widget):
+        return "X11 window"
 
     def states(self, window):
         return set(re.findall(r"_NET_WM_STATE_(\w+)", self.property(window, "_NET_WM_STATE")))
