@@ -47,12 +47,11 @@ class Picture:
             return None
         return (min(columns), rows[0], max(columns) - min(columns) + 1, rows[-1] - rows[0] + 1)
 
-    def dark_box(self, brightest):
-        """The box around all rows of at least 30 pixels that are no brighter than this grey; None
-        without any."""
-        dark = re.compile(b"[" + re.escape(bytes(range(brightest + 1))) + b"]{30,}")
+    def box_of(self, greys):
+        """The box around all rows of at least 30 pixels of only these greys; None without any."""
+        wanted = re.compile(b"[" + re.escape(bytes(greys)) + b"]{30,}")
         found = [(y, run.start(), run.end()) for y in range(self.height)
-                 for run in dark.finditer(self.row(y))]
+                 for run in wanted.finditer(self.row(y))]
         if not found:
             return None
         top, bottom = found[0][0], found[-1][0]

@@ -13,27 +13,25 @@ from pathlib import Path
 
 from hosts import gnome, window_managers
 from hosts.kwin_wayland import KWinWaylandWindows
+from hosts.labwc import LabwcWindows
 from hosts.lxqt import Lxqt
 from hosts.mate import MateIndicators, MateNotificationArea
+from hosts.phoc import PhocWindows
 from hosts.plasma import Plasma
 from hosts.sway import SwayWindows, Waybar
 from hosts.xembed import Tint2, Trayer
 from hosts.xfce import Xfce
 from outcome import Outcome
+from packages import version_of
 from program import Program
 from table import table
 from world import World, adopt_orphans
 
 HOSTS = {host.name: host for host in (
     *window_managers.ALL, gnome.GnomeWindows, gnome.GnomeWaylandWindows,
-    KWinWaylandWindows, SwayWindows,
+    KWinWaylandWindows, SwayWindows, LabwcWindows, PhocWindows,
     Xfce, Lxqt, MateNotificationArea, MateIndicators, Plasma, gnome.GnomeTray,
     gnome.GnomeWaylandTray, Waybar, Trayer, Tint2)}
-
-
-def version_of(package):
-    return subprocess.run(["dpkg-query", "-W", "-f", "${Version}", package], capture_output=True,
-                          text=True, check=False).stdout or "unknown"
 
 
 def show_together(folder, part, picture):
@@ -85,7 +83,13 @@ def main():
     adopt_orphans()
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))
     options.output.mkdir(parents=True, exist_ok=True)
+    packaged = [name for name, host in HOSTS.items() if version_of(host.package)]
+    missing = [name for name in options.hosts or HOSTS if name not in packaged]
+    if missing:
+        print(f"Not packaged for this system, or not installed: {', '.join(missing)}")
     for name in options.hosts or HOSTS:
+        if name in missing:
+            continue
         result = run(HOSTS[name], options.program.resolve(), options.output.resolve() / name)
         show_together(options.output / name, HOSTS[name].part, options.output / f"{name}.png")
         (options.output / f"{name}.json").write_text(json.dumps(result, indent=1) + "\n")

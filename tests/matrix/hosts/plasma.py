@@ -1,4 +1,5 @@
 from hosts.tray import Tray
+from packages import version_of
 
 # A panel across the top of the screen with nothing in it but the tray, without entries of its own.
 OWN_ENTRIES = ",".join(f"org.kde.plasma.{name}" for name in (
@@ -40,11 +41,16 @@ thickness=32
 
 class Plasma(Tray):
     name, package = "plasmashell", "plasma-workspace"
-    variables = {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true",
-                 "KDE_SESSION_VERSION": "5", "KWIN_COMPOSE": "N", "QT_QUICK_BACKEND": "software",
-                 "QT_XCB_GL_INTEGRATION": "none"}
     window_manager = ("kwin_x11",)
     panel = ("plasmashell", "--no-respawn")
+
+    @property
+    def variables(self):
+        # 5 or 6: the version without what Debian puts before it.
+        version = version_of(self.package).rpartition(":")[2]
+        return {"XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true",
+                "KDE_SESSION_VERSION": version.partition(".")[0], "KWIN_COMPOSE": "N",
+                "QT_QUICK_BACKEND": "software", "QT_XCB_GL_INTEGRATION": "none"}
 
     def prepare(self, world):
         world.write(world.config("plasma-org.kde.plasma.desktop-appletsrc"), PANEL)
