@@ -6,6 +6,7 @@
 #include "log/SessionStore.h"
 #include "panel/AppPanelView.h"
 #include "platform/ApplicationService.h"
+#include "platform/MenuGrab.h"
 #include "platform/SessionBus.h"
 #include "platform/StatusItem.h"
 #include "widget/WidgetView.h"
@@ -124,6 +125,7 @@ void AppDelegate::useDesktop()
 void AppDelegate::setUpStatusItem()
 {
     m_menu = std::make_unique<QMenu>();
+    new MenuGrab(*m_menu);
     const auto add = [this](const QString& title, void (AppDelegate::*action)(),
                             const QKeySequence& key = {}) {
         QAction* item = m_menu->addAction(title, this, action);

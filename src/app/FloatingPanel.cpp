@@ -1,6 +1,5 @@
 #include "app/FloatingPanel.h"
 
-#include "app/FramePosition.h"
 #include "core/SettingsStore.h"
 #include "platform/FloatingWindow.h"
 #include "platform/NativeSize.h"
@@ -216,7 +215,7 @@ void FloatingPanel::moveEvent(QMoveEvent* event)
         return;
     }
     m_topLeft = event->pos();
-    m_moveSettled.start();
+    hasMoved();
 }
 
 void FloatingPanel::mousePressEvent(QMouseEvent* event)
@@ -263,7 +262,7 @@ void FloatingPanel::pointerIsAt(QPoint at)
         m_dragging = true;
     if (m_dragging) {
         moveTo(at - m_grabbedAt);
-        m_moveSettled.start();
+        hasMoved();
     }
 }
 
@@ -287,6 +286,12 @@ void FloatingPanel::letGo()
     m_dragging = false;
 }
 
+void FloatingPanel::hasMoved()
+{
+    m_movedTo = position();
+    m_moveSettled.start();
+}
+
 void FloatingPanel::moveHasSettled()
 {
     if (m_dragging) {
@@ -298,16 +303,22 @@ void FloatingPanel::moveHasSettled()
         m_topLeft = pos();
     if (const QPoint seen = broughtBack(m_topLeft, size(), screenPlaces()); seen != m_topLeft)
         moveTo(seen);
+    m_movedTo = position();
     savePosition();
 }
 
-void FloatingPanel::savePosition()
+FramePosition FloatingPanel::position() const
 {
-    m_moveSettled.stop();
     FramePosition position{.topLeft = m_topLeft};
     if (const QScreen* on = QGuiApplication::screenAt(QRect(m_topLeft, size()).center())) {
         position.screen = on->name();
         position.screenOrigin = on->geometry().topLeft();
     }
-    m_settings.setText(positionKey, toText(position));
+    return position;
+}
+
+void FloatingPanel::savePosition()
+{
+    m_moveSettled.stop();
+    m_settings.setText(positionKey, toText(m_movedTo));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/FramePosition.h"
 #include "platform/PointerTravel.h"
 #include "widget/Motion.h"
 
@@ -61,7 +62,9 @@ private:
     void followPointer(QPoint reportedAt);
     void pointerIsAt(QPoint at);
     void letGo();
+    void hasMoved();
     void moveHasSettled();
+    FramePosition position() const;
     void savePosition();
 
     SettingsStore& m_settings;
@@ -71,6 +74,7 @@ private:
     QTimer m_moveSettled;
     QTimer m_screensSettled;
     QDeadlineTimer m_screensCalm{0}; ///< runs while window managers react to their last change
+    FramePosition m_movedTo; ///< with the screen that was there then; saved when that has settled
     QPoint m_topLeft;   ///< where the window is; pos() may still say otherwise after a first show
     QPoint m_grabbedAt; ///< of the pointer, relative to the window
     QPoint m_pressedAt; ///< of the pointer, on the screen

@@ -16,7 +16,6 @@
 #include <chrono>
 #include <cmath>
 #include <unistd.h>
-#include <utility>
 #include <wayland-client.h>
 #include <wlr-layer-shell-unstable-v1.h>
 
@@ -34,8 +33,9 @@ constexpr uint32_t knowsOnDemandSince = 4;
 constexpr int mostRoundTrips = 20;
 constexpr auto retryAfter = 500ms;
 
-/// A compositor that gives the keyboard on demand to a surface that appears has done so by then.
-constexpr auto givesKeyboardWithin = 100ms;
+/// A compositor that gives the keyboard on demand to a surface that appears has done so by then,
+/// and one that takes it back at once has done that by then.
+constexpr auto keyboardSettlesWithin = 300ms;
 
 /// The most units between two places that both are at whole pixels, at the usual scales.
 constexpr int largestGrid = 8;
@@ -75,6 +75,9 @@ LayerSurface::LayerSurface(QWidget& window)
 {
     window.overrideWindowFlags(window.windowFlags() | Qt::BypassWindowManagerHint);
     window.installEventFilter(this);
+    m_keyboardTrial.setSingleShot(true);
+    m_keyboardTrial.setInterval(keyboardSettlesWithin);
+    connect(&m_keyboardTrial, &QTimer::timeout, this, &LayerSurface::insistOnKeyboard);
     connect(qGuiApp, &QGuiApplication::screenAdded, this, &LayerSurface::adapt,
             Qt::QueuedConnection);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LayerSurface::adapt,
@@ -245,7 +248,7 @@ void LayerSurface::detach()
         WaylandSeat::release(m_keyboard);
     m_keyboard = nullptr;
     m_hasKeyboard = false;
-    m_isOnTrial = false;
+    m_keyboardTrial.stop();
     forgetConfirmations();
     Q_EMIT detached();
     zwlr_layer_surface_v1_destroy(m_role);
@@ -355,14 +358,21 @@ void LayerSurface::askForKeyboard()
     listenToKeyboard();
     zwlr_layer_surface_v1_set_keyboard_interactivity(
         m_role, ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_ON_DEMAND);
-    m_isOnTrial = true;
-    QTimer::singleShot(givesKeyboardWithin, this, &LayerSurface::insistOnKeyboard);
+    m_keyboardTrial.start();
 }
 
 void LayerSurface::insistOnKeyboard()
 {
-    if (std::exchange(m_isOnTrial, false) && m_role && m_keyboard && !m_hasKeyboard)
+    m_keyboardTrial.stop();
+    if (!m_hasKeyboard)
         setKeyboard(ZWLR_LAYER_SURFACE_V1_KEYBOARD_INTERACTIVITY_EXCLUSIVE);
+}
+
+void LayerSurface::keyboardTaken()
+{
+    m_hasKeyboard = true;
+    if (m_keyboardTrial.isActive())
+        m_keyboardTrial.start();
 }
 
 /// Some compositors give it to another window on a click, and back at once: Qt does not notice.
@@ -374,7 +384,7 @@ void LayerSurface::listenToKeyboard()
             [](void* self, wl_keyboard*, uint32_t, wl_surface* entered, wl_array*) {
                 auto* surface = static_cast<LayerSurface*>(self);
                 if (entered == surface->m_surface)
-                    surface->m_hasKeyboard = true;
+                    surface->keyboardTaken();
             },
         .leave =
             [](void* self, wl_keyboard*, uint32_t, wl_surface* left) {
@@ -400,7 +410,7 @@ void LayerSurface::setKeyboard(uint32_t interactivity)
 void LayerSurface::keyboardLost()
 {
     m_hasKeyboard = false;
-    if (m_isOnTrial) {
+    if (m_keyboardTrial.isActive()) {
         insistOnKeyboard();
         return;
     }

@@ -4,6 +4,7 @@
 #include <QPoint>
 #include <QPointer>
 #include <QScreen>
+#include <QTimer>
 
 #include <cstdint>
 #include <deque>
@@ -84,6 +85,7 @@ private:
     bool canTakeKeyboard() const;
     void askForKeyboard();
     void insistOnKeyboard();
+    void keyboardTaken();
     void setKeyboard(uint32_t interactivity);
     void listenToKeyboard();
     void keyboardLost();
@@ -102,7 +104,8 @@ private:
     bool m_wantsKeyboard = false;      ///< at the next show
     wl_keyboard* m_keyboard = nullptr; ///< from when it is asked for until it is lost
     bool m_hasKeyboard = false;
-    bool m_isOnTrial = false; ///< the compositor may still take it back for no reason of the user's
+    QTimer
+        m_keyboardTrial; ///< runs while the compositor may take it back for no reason of the user's
 
     /// The answer to a request that came after one for this place.
     struct Confirmation

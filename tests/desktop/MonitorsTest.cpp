@@ -61,7 +61,8 @@ TEST_F(MonitorsTest, itWaitsOnAnotherMonitorUntilItsOwnIsBack)
     EXPECT_TRUE(widgetComesTo({1200, 200}));
     removeMonitor(QStringLiteral("right"));
     EXPECT_TRUE(widgetComesTo({960 - 250, 200}));
-    EXPECT_TRUE(World::readFile(world.settingsPath()).contains("1200 200 right @960:0"));
+    const QByteArray remembered = World::readFile(world.settingsPath());
+    EXPECT_TRUE(remembered.contains("1200 200 right @960:0")) << remembered.toStdString();
     setMonitor(QStringLiteral("right"), onTheRight);
     EXPECT_TRUE(widgetComesTo({1200, 200}));
 }

@@ -65,9 +65,11 @@ TEST_F(WidgetControlsTest, theControlsGoWithAPointerThatLeftWhileTheMenuWasOpen)
     ASSERT_TRUE(waitUntil([this] { return controlsAreShown(6, false); }));
     desktop.click(onScreen(ringCenter), 3);
     ASSERT_TRUE(waitUntil([this] { return !desktop.popups().isEmpty(); }));
-    desktop.moveTo(farAway);
-    desktop.click(farAway);
-    ASSERT_TRUE(waitUntil([this] { return desktop.popups().isEmpty(); }));
+    // A menu that has just come does not have the pointer yet.
+    ASSERT_TRUE(waitUntil([this] {
+        desktop.click(farAway);
+        return desktop.popups().isEmpty();
+    }));
     EXPECT_TRUE(waitUntil([this] { return !controlsAreShown(6, false); }));
 }
 
