@@ -4,11 +4,18 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <qpa/qplatformwindow.h>
 
+#include <chrono>
+
+using namespace std::chrono_literals;
+
 namespace {
+
+constexpr auto settledAfter = 500ms;
 
 void takePixels(const QWidget& window)
 {
@@ -29,7 +36,12 @@ void followDesktopScale(QWidget& window)
     const auto watch = [&window](const QScreen* screen) {
         // Queued: the screen tells of it before the windows know their scale.
         QObject::connect(
-            screen, &QScreen::logicalDotsPerInchChanged, &window, [&window] { takePixels(window); },
+            screen, &QScreen::logicalDotsPerInchChanged, &window,
+            [&window] {
+                takePixels(window);
+                // A window manager that is about to show the window gives it the old ones.
+                QTimer::singleShot(settledAfter, &window, [&window] { takePixels(window); });
+            },
             Qt::QueuedConnection);
     };
     for (const QScreen* screen : QGuiApplication::screens())

@@ -123,6 +123,36 @@ class Pointer:
         self._connection.round_trip()
 
 
+class Finger:
+    """A finger on KWin's screen, by its protocol for input that is made up."""
+
+    AUTHENTICATE, DOWN, MOTION, UP, FRAME = 0, 4, 5, 6, 8
+
+    def __init__(self, display):
+        self._connection = Connection(display)
+        self._input = self._connection.bind("org_kde_kwin_fake_input", 2)
+        self._connection.send(self._input, self.AUTHENTICATE, string("matrix") + string("test"))
+        self._connection.round_trip()
+
+    def drag(self, start, way, steps=15):
+        self._request(self.DOWN, self._place(*start))
+        for step in range(1, steps + 1):
+            time.sleep(0.01)  # as often as touch screens tell
+            self._request(self.MOTION,
+                          self._place(*(s + round(w * step / steps) for s, w in zip(start, way))))
+        time.sleep(0.1)
+        self._request(self.UP)
+
+    @staticmethod
+    def _place(x, y):
+        return struct.pack("=ii", x * 256, y * 256)
+
+    def _request(self, opcode, place=b""):
+        self._connection.send(self._input, opcode, struct.pack("=I", 0) + place)
+        self._connection.send(self._input, self.FRAME)
+        self._connection.round_trip()
+
+
 class Toplevel:
     """One window in the list."""
 

@@ -33,6 +33,8 @@ class WindowChecks:
         yield "clicks do not move it", self.clicks_do_not_move_it
         yield "no focus taken: drag", self.focus_at_drag
         yield "dragged exactly", self.dragged_exactly
+        if hasattr(self.screen, "finger"):
+            yield "dragged exactly by a finger", self.dragged_by_a_finger
         yield "no focus taken: hide and show", self.focus_at_hide_and_show
         yield "same place after hide and show", self.place_after_hide_and_show
         yield "above a window that is raised", self.above
@@ -139,6 +141,16 @@ class WindowChecks:
     def dragged_exactly(self):
         way = tuple(a - b for a, b in zip(self.dragged_to.place, self.before_drag.place))
         return Outcome.of(way == DRAG, f"moved by {way} instead of {DRAG}")
+
+    def dragged_by_a_finger(self):
+        finger = self.screen.finger()
+        answers = []
+        for way in ((300, -100), (-300, 100)):
+            before = self.settled_area()
+            finger.drag((before.x + 40, before.y + 40), way)
+            after = self.settled_area()
+            answers.append(tuple(a - b for a, b in zip(after.place, before.place)) == way)
+        return Outcome.of(all(answers), f"it came to {after}")
 
     def focus_at_hide_and_show(self):
         answer = []

@@ -4,6 +4,7 @@ import json
 import shutil
 import struct
 import time
+from pathlib import Path
 
 from bus import Recorder
 from hosts.headless import write_teller
@@ -11,6 +12,7 @@ from layer_screen import WIDGET, start_background, widget_area
 from picture import Picture
 from screen import Area, X11Screen
 from waiting import wait_until
+from wayland_client import Finger
 from window_checks import WindowChecks
 from world import SCREEN
 
@@ -53,6 +55,10 @@ class NestedScreen(X11Screen):
 
     def work_area(self):
         return Area(0, 0, *SCREEN)
+
+    def finger(self):
+        environment = self._world.environment
+        return Finger(str(Path(environment["XDG_RUNTIME_DIR"]) / environment["WAYLAND_DISPLAY"]))
 
     def widget(self):
         return super().widget() or (WIDGET if self.area(WIDGET) else None)
@@ -113,7 +119,7 @@ class KWinWaylandWindows:
 
     def run(self, world, program, pictures):
         world.environment.update(XDG_CURRENT_DESKTOP="KDE", XDG_SESSION_TYPE="wayland",
-                                 KWIN_COMPOSE="Q")
+                                 KWIN_COMPOSE="Q", KWIN_WAYLAND_NO_PERMISSION_CHECKS="1")
         world.write(world.config("kwinrulesrc"), RULES)
         world.start_x_server()
         world.start_bus()
