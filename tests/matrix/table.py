@@ -9,7 +9,8 @@ def section(title, results):
     def cell(result, behaviour):
         found = next((c for c in result["cells"] if c["behaviour"] == behaviour), None)
         if found is None:
-            found = {"word": "not run", "seen": result["reason"]}
+            # Not every desktop has what it takes.
+            found = {"word": "not run" if result["reason"] else "–", "seen": result["reason"]}
         if not found["seen"]:
             return found["word"]
         notes.append(f"{len(notes) + 1}. {result['host']}, {behaviour}: {found['seen']}")
