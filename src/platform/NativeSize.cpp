@@ -23,7 +23,10 @@ void takePixels(const QWidget& window)
     QPlatformWindow* native = handle ? handle->handle() : nullptr;
     if (!native)
         return;
-    const QSize pixels = (QSizeF(window.size()) * handle->devicePixelRatio()).toSize();
+    // Pixels that the window got meanwhile, counted at the new scale, are no size that it may have.
+    const QSize size =
+        window.size().expandedTo(window.minimumSize()).boundedTo(window.maximumSize());
+    const QSize pixels = (QSizeF(size) * handle->devicePixelRatio()).toSize();
     native->setGeometry(QRect(native->geometry().topLeft(), pixels));
 }
 
