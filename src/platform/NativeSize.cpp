@@ -30,21 +30,25 @@ void takePixels(const QWidget& window)
     native->setGeometry(QRect(native->geometry().topLeft(), pixels));
 }
 
+/// Does so now, and once more when a window manager that is about to show the window, and gives it
+/// the old ones, has done that.
+void followScale(QWidget& window)
+{
+    takePixels(window);
+    QTimer::singleShot(settledAfter, &window, [&window] { takePixels(window); });
+}
+
 } // namespace
 
 void followDesktopScale(QWidget& window)
 {
     if (!x11Connection())
         return;
+    // With the scale the size of the screen changes, as it is counted at that scale. Queued: the
+    // screen tells of it before the windows know their scale.
     const auto watch = [&window](const QScreen* screen) {
-        // Queued: the screen tells of it before the windows know their scale.
         QObject::connect(
-            screen, &QScreen::logicalDotsPerInchChanged, &window,
-            [&window] {
-                takePixels(window);
-                // A window manager that is about to show the window gives it the old ones.
-                QTimer::singleShot(settledAfter, &window, [&window] { takePixels(window); });
-            },
+            screen, &QScreen::geometryChanged, &window, [&window] { followScale(window); },
             Qt::QueuedConnection);
     };
     for (const QScreen* screen : QGuiApplication::screens())
