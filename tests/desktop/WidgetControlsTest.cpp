@@ -3,6 +3,8 @@
 #include "DesktopTest.h"
 #include "WidgetPlaces.h"
 
+#include <QSet>
+
 namespace {
 
 constexpr QPoint farAway(900, 900);
@@ -65,7 +67,16 @@ TEST_F(WidgetControlsTest, theControlsGoWithAPointerThatLeftWhileTheMenuWasOpen)
     ASSERT_TRUE(waitUntil([this] { return controlsAreShown(6, false); }));
     desktop.click(onScreen(ringCenter), 3);
     ASSERT_TRUE(waitUntil([this] { return !desktop.popups().isEmpty(); }));
-    // A menu that has just come does not have the pointer yet.
+    // A menu that is not painted does not have the pointer yet.
+    const QRect menu = desktop.geometry(desktop.popups().first());
+    ASSERT_TRUE(waitUntil([&] {
+        const QImage seen = desktop.picture(menu);
+        QSet<QRgb> colors;
+        for (int y = 0; y < seen.height(); ++y)
+            colors.insert(seen.pixel(seen.width() / 4, y));
+        return colors.size() > 3;
+    }));
+    desktop.moveTo(farAway);
     ASSERT_TRUE(waitUntil([this] {
         desktop.click(farAway);
         return desktop.popups().isEmpty();
