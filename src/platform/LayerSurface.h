@@ -104,8 +104,7 @@ private:
     bool m_wantsKeyboard = false;      ///< at the next show
     wl_keyboard* m_keyboard = nullptr; ///< from when it is asked for until it is lost
     bool m_hasKeyboard = false;
-    QTimer
-        m_keyboardTrial; ///< runs while the compositor may take it back for no reason of the user's
+    QTimer m_keyboardTrial; ///< runs while the compositor may still take it back at once
 
     /// The answer to a request that came after one for this place.
     struct Confirmation
