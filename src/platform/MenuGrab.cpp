@@ -24,7 +24,16 @@ MenuGrab::MenuGrab(QMenu& menu)
 void MenuGrab::grab()
 {
     QWindow* window = m_menu.windowHandle();
-    // Asking for what it has changes nothing.
-    if (window && window->isExposed() && window->setMouseGrabEnabled(true))
+    if (!window || !window->isExposed())
+        return;
+    // Qt takes every answer of the server for a yes. Its request comes right after one of ours, so
+    // it succeeds when ours does.
+    xcb_connection_t* connection = x11Connection();
+    const auto ours = xcb_grab_pointer(connection, 0, static_cast<xcb_window_t>(window->winId()),
+                                       XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC,
+                                       XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+    window->setMouseGrabEnabled(true);
+    const auto reply = owned(xcb_grab_pointer_reply(connection, ours, nullptr));
+    if (reply && reply->status == XCB_GRAB_STATUS_SUCCESS)
         m_again.stop();
 }

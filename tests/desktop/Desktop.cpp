@@ -299,6 +299,23 @@ void Desktop::waitForWindowManager() const
     xcb_flush(m_connection);
 }
 
+void Desktop::grabPointer() const
+{
+    const auto reply = owned(xcb_grab_pointer_reply(
+        m_connection,
+        xcb_grab_pointer(m_connection, 0, m_root, XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        nullptr));
+    if (!reply || reply->status != XCB_GRAB_STATUS_SUCCESS)
+        qFatal("the pointer cannot be grabbed");
+}
+
+void Desktop::ungrabPointer() const
+{
+    xcb_ungrab_pointer(m_connection, XCB_CURRENT_TIME);
+    xcb_flush(m_connection);
+}
+
 std::optional<uint8_t> Desktop::keycodeOf(quint32 key) const
 {
     const auto* setup = xcb_get_setup(m_connection);

@@ -71,6 +71,11 @@ public:
     void release(int button = 1) const;
     void click(QPoint at, int button = 1) const;
 
+    /// Keeps the pointer from all other programs, as an open menu of another one does; or lets go
+    /// of it.
+    void grabPointer() const;
+    void ungrabPointer() const;
+
     /// Presses and releases the key with this X11 name (its keysym) on the keyboard.
     void type(quint32 key) const;
 

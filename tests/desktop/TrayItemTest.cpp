@@ -213,6 +213,24 @@ TEST_F(DesktopTest, everyClickOfATrayOpensTheMenu)
     }
 }
 
+TEST_F(DesktopTest, aMenuThatCameWhileAnotherProgramHadThePointerHearsOfClicksBesideIt)
+{
+    startWithHost();
+    desktop.grabPointer();
+    host.activate(QStringLiteral("Activate"), {300, 200});
+    ASSERT_TRUE(waitUntil([this] { return !desktop.popups().isEmpty(); }));
+    const auto label = [this] { return host.read(QStringLiteral("XAyatanaLabel")).toString(); };
+    for (int second = 0; second < 2; ++second) { // and has tried to get it
+        const QString last = label();
+        ASSERT_TRUE(waitUntil([&] { return label() != last; }));
+    }
+    desktop.ungrabPointer();
+    EXPECT_TRUE(waitUntil([this] {
+        desktop.click({900, 900});
+        return desktop.popups().isEmpty();
+    }));
+}
+
 TEST_F(DesktopTest, callsThatMakeNoSenseAreAnsweredWithErrors)
 {
     startWithHost();
