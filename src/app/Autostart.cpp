@@ -6,13 +6,19 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QStandardPaths>
 
-#include <optional>
+#include <algorithm>
 
 namespace {
 
 const QString entryName = QStringLiteral("autostart/io.github.vantora.Vantora.desktop");
+
+/// Whether an entry can hold it: a line's end in it would begin a line of its own.
+bool fitsInEntry(const QByteArray& text)
+{
+    return std::none_of(text.begin(), text.end(),
+                        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
+}
 
 /// The entry of a program whose path has its backslashes doubled, as the file wants it.
 QByteArray entryOf(const QByteArray& program)
@@ -94,6 +100,11 @@ QByteArray content(const QString& path, QString& error)
     QFile file(path);
     if (!file.exists())
         return {};
+    // Opening a pipe would wait for its writer for ever.
+    if (!QFileInfo(path).isFile()) {
+        error = QStringLiteral("cannot read %1: it is no file").arg(path);
+        return {};
+    }
     if (!file.open(QFile::ReadOnly)) {
         error = failed("read", file);
         return {};
@@ -119,6 +130,8 @@ QString setAutostart(bool on, const QString& program)
     if (!error.isEmpty())
         return error;
     if (on) {
+        if (!fitsInEntry(program.toUtf8()))
+            return QStringLiteral("cannot be started by a path with a control character in it");
         if (own.isEmpty() || isUnchanged(own))
             return write(path, entryOf(program.toUtf8().replace("\\", "\\\\")));
         return isOn(own) ? QString() : write(path, switched(true, own));
@@ -128,8 +141,7 @@ QString setAutostart(bool on, const QString& program)
     if ((isUnchanged(own) || QFileInfo(path).isSymLink()) && !file.remove())
         return failed("remove", file);
     // What is left is the user's own, or the administrator's for everybody.
-    const QByteArray left =
-        content(QStandardPaths::locate(QStandardPaths::GenericConfigLocation, entryName), error);
+    const QByteArray left = content(configFile(entryName), error);
     if (!error.isEmpty() || left.isEmpty() || !isOn(left))
         return error;
     return write(path, switched(false, left));

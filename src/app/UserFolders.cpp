@@ -3,6 +3,7 @@
 #include "core/Fatal.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -28,6 +29,20 @@ QString configFolder()
 {
     const QString folder = baseFolder("XDG_CONFIG_HOME", QStringLiteral("/.config"));
     return folder.isEmpty() ? QStringLiteral("/nonexistent") : folder;
+}
+
+QString configFile(const QString& name)
+{
+    QStringList folders = qEnvironmentVariable("XDG_CONFIG_DIRS").split(u':', Qt::SkipEmptyParts);
+    if (folders.isEmpty())
+        folders = {QStringLiteral("/etc/xdg")};
+    folders.prepend(configFolder());
+    for (const QString& folder : folders) {
+        const QString path = folder + u'/' + name;
+        if (QDir::isAbsolutePath(folder) && QFileInfo::exists(path))
+            return path;
+    }
+    return {};
 }
 
 QString settingsPath()

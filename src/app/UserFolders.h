@@ -5,6 +5,10 @@
 /// The folder of all programs' settings; one that is nowhere for a user without a home.
 QString configFolder();
 
+/// The first file of this name below the user's folder of settings and the system's; empty where
+/// none has it.
+QString configFile(const QString& name);
+
 /// The file of the user's settings.
 QString settingsPath();
 

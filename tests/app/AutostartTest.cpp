@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -121,6 +122,26 @@ TEST_F(AutostartTest, aPathIsQuoted)
     EXPECT_FALSE(QFile::exists(entry()));
 }
 
+TEST_F(AutostartTest, aPathThatWouldEndALineIsRefused)
+{
+    for (const char* path : {"/a\nX-Own=1\n/vantora", "/a\r/vantora", "/a\x7F/vantora"}) {
+        EXPECT_NE(switchTo(true, QLatin1String(path)), "") << path;
+        EXPECT_FALSE(QFile::exists(entry())) << path;
+    }
+}
+
+TEST_F(AutostartTest, foldersOfTheSystemAreTakenInTheirOrder)
+{
+    qputenv("XDG_CONFIG_DIRS",
+            QFile::encodeName(QStringLiteral("relative:%1:%2")
+                                  .arg(home.filePath(QStringLiteral("first")),
+                                       home.filePath(QStringLiteral("second")))));
+    put(entry("second"), with("X-From=second", edited));
+    put(entry("first"), with("X-From=first", edited));
+    EXPECT_EQ(switchTo(false), "");
+    EXPECT_EQ(read(entry()), with("Hidden=true\nX-From=first", edited).toStdString());
+}
+
 TEST_F(AutostartTest, anEntryOfTheUsersIsOnlySwitched)
 {
     put(entry(), edited);
@@ -195,7 +216,14 @@ TEST_F(AutostartTest, whatCannotBeWrittenIsSaid)
 
 TEST_F(AutostartTest, whatCannotBeReadIsLeftAlone)
 {
+    const auto isRefused = [this](bool on) {
+        return switchTo(on).starts_with("cannot read " + entry().toStdString());
+    };
     QDir().mkpath(entry()); // a folder of that name
-    for (const bool on : {true, false})
-        EXPECT_EQ(switchTo(on).find("cannot read " + entry().toStdString()), 0U) << on;
+    EXPECT_TRUE(isRefused(true));
+    EXPECT_TRUE(isRefused(false));
+    QDir().rmdir(entry());
+    ASSERT_EQ(::mkfifo(QFile::encodeName(entry()).constData(), 0600), 0);
+    EXPECT_TRUE(isRefused(true));
+    EXPECT_TRUE(isRefused(false));
 }
