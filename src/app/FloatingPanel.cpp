@@ -202,6 +202,9 @@ void FloatingPanel::resizeEvent(QResizeEvent*)
 {
     m_rootView->setGeometry(rect());
     setOutline(*this, m_rootView->outline());
+    // Compositors need not say that the window has left a pointer that stands still.
+    if (m_travel)
+        m_rootView->pointerIsAt(m_travel->pointerInside());
 }
 
 void FloatingPanel::moveEvent(QMoveEvent* event)

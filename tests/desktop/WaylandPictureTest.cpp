@@ -206,6 +206,15 @@ TEST_F(WaylandPictureTest, itsButtonsComeAndGoWithThePointer)
     }
 }
 
+TEST_F(WaylandPictureTest, theButtonsGoWhenTheSmallerFormLeavesThePointerOutside)
+{
+    startVantora();
+    ASSERT_TRUE(isExactAt(1));
+    sway->click(QPoint(1280 - 250 - 24, 24) + buttonAt(2, 6, false));
+    model.compact = true;
+    EXPECT_TRUE(isExactAt(1));
+}
+
 TEST_F(WaylandPictureTest, itIsRightAgainWhenTheCompositorHasNotAnsweredForLong)
 {
     TrayHost host(world.busAddress());
